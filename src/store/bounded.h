@@ -1,0 +1,62 @@
+#pragma once
+// Arrays with the fixed bounds of the store. Every access is checked: an index beyond a bound
+// throws SubscriptFault naming the array, never reads or writes outside it. Storage is
+// allocated once, when the array is made, and never again.
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "store/faults.h"
+
+namespace korvan {
+
+// One dimension, indices Lo..Hi inclusive.
+template <class T, long Lo, long Hi>
+class Vec {
+ public:
+  static constexpr long kLo = Lo;
+  static constexpr long kHi = Hi;
+  explicit Vec(const char* name) : name_(name), v_(static_cast<std::size_t>(Hi - Lo + 1), T{}) {}
+
+  T& operator()(long i) { return v_[index(i)]; }
+  const T& operator()(long i) const { return v_[index(i)]; }
+
+  void Fill(const T& value) { std::fill(v_.begin(), v_.end(), value); }
+  const char* Name() const { return name_; }
+  T* Data() { return v_.data(); }
+  const T* Data() const { return v_.data(); }
+
+ private:
+  std::size_t index(long i) const {
+    if (i < Lo || i > Hi) throw SubscriptFault(name_);
+    return static_cast<std::size_t>(i - Lo);
+  }
+  const char* name_;
+  std::vector<T> v_;
+};
+
+// Two dimensions, indices 0..H0 and 0..H1 inclusive, stored row by row.
+template <class T, long H0, long H1>
+class Mat {
+ public:
+  static constexpr long kHi0 = H0;
+  static constexpr long kHi1 = H1;
+  explicit Mat(const char* name)
+      : name_(name), v_(static_cast<std::size_t>((H0 + 1) * (H1 + 1)), T{}) {}
+
+  T& operator()(long i, long j) { return v_[index(i, j)]; }
+  const T& operator()(long i, long j) const { return v_[index(i, j)]; }
+
+  void Fill(const T& value) { std::fill(v_.begin(), v_.end(), value); }
+  const char* Name() const { return name_; }
+
+ private:
+  std::size_t index(long i, long j) const {
+    if (i < 0 || i > H0 || j < 0 || j > H1) throw SubscriptFault(name_);
+    return static_cast<std::size_t>(i * (H1 + 1) + j);
+  }
+  const char* name_;
+  std::vector<T> v_;
+};
+
+}  // namespace korvan

@@ -1,0 +1,29 @@
+#pragma once
+// The two ways a run ends early. Both are caught only by the front ends, which show the
+// message and end the program with all files closed.
+#include <stdexcept>
+#include <string>
+
+namespace korvan {
+
+// An index beyond the fixed bound of a store array. Nothing inside the analysis catches it.
+class SubscriptFault : public std::out_of_range {
+ public:
+  explicit SubscriptFault(const std::string& arrayName)
+      : std::out_of_range("Subscript out of range: " + arrayName), array(arrayName) {}
+  std::string array;
+};
+
+// A specified end of the program: a data fault, an "End the program" answer, a halt.
+struct ProgramEnd {
+  std::string message;
+  std::string title;
+};
+
+// Display rounding of a value beyond the 32-bit range.
+class OverflowFault : public std::overflow_error {
+ public:
+  OverflowFault() : std::overflow_error("Overflow") {}
+};
+
+}  // namespace korvan

@@ -1,0 +1,20 @@
+#include "store/procedures.h"
+
+#include <string>
+
+namespace korvan {
+
+void Procedures::Flow(std::string_view entry) {
+  if (S.options.FlowMode == "No" || !S.channels.Flow.IsOpen()) return;
+  S.channels.Flow.Print(std::string("Sub ") + std::string(entry));
+}
+
+void Procedures::FlowEngine(std::string_view entry) {
+  const double boot = W.run.Boot;
+  const std::string& mode = S.options.FlowMode;
+  if ((mode == "Yes" && boot == 1) || (mode == "Boot" && boot > 1)) {
+    if (S.channels.Flow.IsOpen()) S.channels.Flow.Print(std::string("Sub ") + std::string(entry));
+  }
+}
+
+}  // namespace korvan

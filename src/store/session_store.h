@@ -1,0 +1,168 @@
+#pragma once
+// The one store of a session. Every analysis procedure reads and writes it directly.
+//
+// What a bootstrap replicate overwrites (the cohort in hand, the age-stage tables, the working
+// parameters, the run indicators) lives in a Workspace: the store owns the one Basic Run
+// uses, and every bootstrap worker has its own. Everything else is shared.
+//
+// Arrays keep the fixed bounds of the system and are allocated once; every index is checked.
+#include <cstdint>
+#include <string>
+
+#include "store/bounded.h"
+#include "store/limits.h"
+#include "text/text_file.h"
+
+namespace korvan {
+
+using AgeStageMatrix = Mat<double, kMaxAge, kMaxStage>;
+using AgeVec = Vec<double, 0, kMaxAge>;
+using AgeIntVec = Vec<int, 0, kMaxAge>;
+using IndVec = Vec<double, 0, kMaxIndividual>;
+using IndIntVec = Vec<int, 0, kMaxIndividual>;
+using IndStrVec = Vec<std::string, 0, kMaxIndividual>;
+using StageVec = Vec<double, 0, kMaxStage>;
+using BootVec = Vec<double, 0, kMaxBootIndex>;
+
+// ---------------------------------------------------------------------------------------
+// Shared sub-records
+
+struct Identity {
+  std::string DataFilePath, DataFileBase, DataFileRead;
+  std::string ProjectName, UserName, TreatmentName;
+  std::string VersionStamp = "Ver. 5/7/2024";
+  std::string ProgramName = "KORVAN";
+  std::string OutputFileName, FlowFileName;
+  std::int32_t RunStartHour = 0, RunStartMinute = 0, RunStartSecond = 0;
+  int SessionStartYear = 0, SessionStartMonth = 0, SessionStartDay = 0;
+};
+
+// The head of the cohort as read: stage lists, types, costs, counts. A bootstrap replicate
+// does not change it.
+struct CohortHeader {
+  int CohortSizeRead = 0;
+  int TypeCount = 0;
+  int StageCount = 0;
+  Vec<std::string, 0, kMaxType> TypeCode{"TypeCode"};
+  Mat<std::string, kMaxType, kMaxStage> StageName{"StageName"};
+  Vec<std::string, 1, 2> SpecialGroup{"SpecialGroup"};
+  std::string RegularLifeTable;
+  Mat<double, kMaxType, kMaxStage> StageRearingCost{"StageRearingCost"};
+  Vec<std::int32_t, 1, 3> TypeCounts{"TypeCounts"};
+  std::int32_t MaleCount = 0, NTypeCount = 0;
+  std::int32_t FileFemaleCount = 0, FileMaleCount = 0, FileNCount = 0;
+  double OldFemaleCount = 0;
+};
+
+// The pool of a bootstrap: a second copy of the cohort, filled once by InputdataBoot.
+struct Pool {
+  int OriginalCohortSize = 0;
+  IndStrVec OriginalSex{"OriginalSex"};
+  Mat<double, kMaxIndividual, kMaxStage> OriginalStageDuration{"OriginalStageDuration"};
+  Mat<double, kMaxIndividual, kMaxAge> OriginalFecundity{"OriginalFecundity"};
+  IndVec OriginalTotalFecundity{"OriginalTotalFecundity"};
+  Vec<std::string, 0, kMaxType> OriginalTypeCode{"OriginalTypeCode"};
+};
+
+// Options: strings compared exactly; one never set is empty.
+struct Options {
+  std::string AnalysisMethod = "Calculus";
+  std::string AgeConvention = "x+1";
+  std::string MatingMode;
+  std::string OutputLevel = "Yes";
+  std::string FlowMode = "No";
+  std::string FastRun = "No";
+  std::string MinimalOutput;
+  std::string MoreOptions = "No";
+  std::string EffectOfFxjFlag = "No";
+  std::string WriteSubMatrix = "No";
+  double SubMatrixAge = 0;
+  int SubMatrixStage = 1;
+  std::string ConsumptionRead = "No";
+  std::string PredationPresent;
+  std::string CountOldFemales = "No";
+  std::string Analysis3D;
+  std::string SingleType;
+  std::string ContributionWanted;
+  std::string MntOutputOnly;
+  std::string QuietCheck;
+  std::string AcceptNonIntegerDuration, AcceptNonIntegerFecundity;
+  std::string AcceptNonIntegerRead;
+  std::string GroupRearedFlag = "No";
+};
+
+struct NumericSettings {
+  double TimeUnit = 1;
+  double FecundityFactor = 1;
+  double PrecisionCalculus = 1e-07;
+  double PrecisionMatrix = 0;
+  double CriticalFemaleAge = 0;
+  int SpecificAge = 0;
+  double SpecificSurvival = 0.5;
+};
+
+// Results of Basic Run that a replicate never touches.
+struct BasicResults {
+  AgeVec OriginalLx{"OriginalLx"};
+  std::string BasicRunDone;
+};
+
+// Open channels that outlive one procedure.
+struct Channels {
+  TextFile MainOutput;  // channel 3: "_0A_Life Table_Output.txt", open through Basic Run
+  TextFile Flow;        // channel 8: the flow record, open from A1 to the end of the session
+};
+
+// ---------------------------------------------------------------------------------------
+// What one pass of the engine overwrites
+
+struct Cohort {
+  int CohortSize = 0;
+  IndIntVec IndividualNo{"IndividualNo"};
+  IndStrVec IndividualSex{"IndividualSex"};
+  Mat<double, kMaxIndividual, kMaxStage> StageDuration{"StageDuration"};
+  Mat<double, kMaxIndividual, kMaxAge> Fecundity{"Fecundity"};
+  IndIntVec TotalLongevity{"TotalLongevity"};
+  int MaxLongevity = 0;
+};
+
+struct AgeStageTables {
+  AgeStageMatrix Nxj{"Nxj"}, Gxj{"Gxj"}, Dxj{"Dxj"}, Fxj{"Fxj"};
+  AgeStageMatrix Sxj{"Sxj"}, Pxj{"Pxj"}, Qxj{"Qxj"}, Mxj{"Mxj"};
+  int LastAge = 0;
+  AgeIntVec NAge{"NAge"};
+  AgeVec Lx{"Lx"};
+};
+
+struct RunIndicators {
+  double Boot = 0;
+  std::string IsResamplingFlag = "n";
+  std::string IsBasicRunFlag = "y";
+};
+
+struct Workspace {
+  Cohort cohort;
+  AgeStageTables tables;
+  RunIndicators run;
+};
+
+// ---------------------------------------------------------------------------------------
+
+struct SessionStore {
+  Identity identity;
+  CohortHeader header;
+  Pool pool;
+  Options options;
+  NumericSettings settings;
+  BasicResults basic;
+  Channels channels;
+  Workspace ws;  // the workspace of Basic Run
+
+  // Start-up values: program name, version stamp, time unit 1, the session's date.
+  void StartUp();
+};
+
+// DataFileBase + a fixed suffix: the name of every output file.
+std::string OutputName(const SessionStore& S, const std::string& suffix);
+
+}  // namespace korvan

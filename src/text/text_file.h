@@ -1,0 +1,100 @@
+#pragma once
+// Output files written in the two forms of the system's text files.
+//
+// Print form: items follow each other as printed; Zone() moves to the next print zone of 14
+// columns, Tab(n) to column n (1-based; when the line is already past n, to column n of the
+// next line). Numbers print with a leading blank when not negative and a trailing blank;
+// strings print as they are.
+//
+// Write form: strings in double quotes, numbers bare at full precision, items separated by
+// commas, the line ended.
+//
+// A TextFile is closed by its destructor whatever happens, so a file always stands as far as
+// it was written.
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "text/numbers.h"
+
+namespace korvan {
+
+struct Tab {
+  int column;
+};
+struct Zone {};
+inline constexpr int kZoneWidth = 14;
+
+class TextFile {
+ public:
+  enum class Mode { Output, Append };
+  TextFile() = default;
+  explicit TextFile(const std::string& path, Mode mode = Mode::Output) { Open(path, mode); }
+  ~TextFile() { Close(); }
+  TextFile(const TextFile&) = delete;
+  TextFile& operator=(const TextFile&) = delete;
+  TextFile(TextFile&& o) noexcept;
+  TextFile& operator=(TextFile&& o) noexcept;
+
+  // Opens for output or append; a path that cannot be opened ends the run (ProgramEnd).
+  void Open(const std::string& path, Mode mode = Mode::Output);
+  void Close();
+  bool IsOpen() const { return f_ != nullptr; }
+  const std::string& Path() const { return path_; }
+  int Column() const { return column_; }  // 1-based column of the next character
+
+  // Print form, ending the line.
+  template <class... Items>
+  void Print(const Items&... items) {
+    (PutItem(items), ...);
+    NewLine();
+  }
+  // Print form with the line left open (a trailing semicolon).
+  template <class... Items>
+  void PrintPart(const Items&... items) {
+    (PutItem(items), ...);
+  }
+  // Write form, ending the line.
+  template <class... Items>
+  void Write(const Items&... items) {
+    bool first = true;
+    ((WriteItem(items, first), first = false), ...);
+    NewLine();
+  }
+  // Write form with the line left open: the items and a closing comma, so that the next
+  // Write/WritePart continues the same list.
+  template <class... Items>
+  void WritePart(const Items&... items) {
+    ((WriteItem(items, false), RawText(",")), ...);
+  }
+
+  void NewLine();
+  void RawText(std::string_view s);  // text exactly as given
+
+ private:
+  void PutItem(std::string_view s) { RawText(s); }
+  void PutItem(const std::string& s) { RawText(s); }
+  void PutItem(const char* s) { RawText(s); }
+  void PutItem(Tab t);
+  void PutItem(Zone);
+  template <class N, std::enable_if_t<std::is_arithmetic_v<N>, int> = 0>
+  void PutItem(N v) {
+    RawText(PrintNumber(static_cast<double>(v)));
+  }
+
+  void WriteItem(std::string_view s, bool first);
+  void WriteItem(const std::string& s, bool first) { WriteItem(std::string_view(s), first); }
+  void WriteItem(const char* s, bool first) { WriteItem(std::string_view(s), first); }
+  template <class N, std::enable_if_t<std::is_arithmetic_v<N>, int> = 0>
+  void WriteItem(N v, bool first) {
+    if (!first) RawText(",");
+    RawText(FullPrecision(static_cast<double>(v)));
+  }
+
+  std::FILE* f_ = nullptr;
+  std::string path_;
+  int column_ = 1;
+};
+
+}  // namespace korvan
