@@ -1,0 +1,49 @@
+#pragma once
+// Reads a text file as a stream of fields, the way every data file of the system is read.
+//
+// A field ends at a comma or at the end of a line. Leading blanks of a field are skipped; a
+// number also ends at a blank. A string may stand in double quotes, and then a comma inside it
+// belongs to it; the quotes are not part of the value. Records may thus be broken over lines
+// or share a line with no change of meaning. "\r\n" line ends are taken like "\n".
+#include <cstddef>
+#include <string>
+
+namespace korvan {
+
+class FieldReader {
+ public:
+  // Reads the whole file; a file that cannot be opened ends the run (ProgramEnd).
+  explicit FieldReader(const std::string& path);
+  static FieldReader FromText(std::string text);
+
+  // The next field as a string. Past the end of the file: ProgramEnd ("Input past end of file").
+  std::string ReadString();
+  // The next field as a number: the numeric head of the field's text (0 when it has none;
+  // LastNumberValid() then tells false). Past the end: ProgramEnd as above.
+  double ReadNumber();
+  bool LastNumberValid() const { return lastValid_; }
+  // The raw text of the last field read.
+  const std::string& LastText() const { return lastText_; }
+
+  // True when only blanks and line ends are left.
+  bool AtEnd() const;
+  // True when something other than blanks, line ends and commas is left.
+  bool HasMoreData() const;
+  // 1-based line of the next character.
+  int Line() const { return line_; }
+  const std::string& Path() const { return path_; }
+
+ private:
+  FieldReader() = default;
+  void SkipBlanks();
+  void EndField();  // after a field: skip blanks, then one comma or one line end
+  [[noreturn]] void PastEnd() const;
+  std::string text_;
+  std::string path_;
+  std::size_t pos_ = 0;
+  int line_ = 1;
+  bool lastValid_ = true;
+  std::string lastText_;
+};
+
+}  // namespace korvan
