@@ -9,8 +9,13 @@
 #include <cstdint>
 #include <string>
 
+#include "store/bootstrap_store.h"
 #include "store/bounded.h"
+#include "store/life_table.h"
 #include "store/limits.h"
+#include "store/parameters.h"
+#include "store/read_data.h"
+#include "store/stage_stats.h"
 #include "text/text_file.h"
 
 namespace korvan {
@@ -144,6 +149,11 @@ struct Workspace {
   Cohort cohort;
   AgeStageTables tables;
   RunIndicators run;
+  LifeTableWork lifeTable;
+  ParameterWork params;
+  StageStatsWork stageStats;
+  ReadDataWork readData;
+  BootstrapWork boot;
 };
 
 // ---------------------------------------------------------------------------------------
@@ -156,6 +166,11 @@ struct SessionStore {
   NumericSettings settings;
   BasicResults basic;
   Channels channels;
+  LifeTableRecord lifeTable;
+  PopulationParameters params;
+  StageStatsRecord stageStats;
+  ReadDataRecord readData;
+  BootstrapRecord boot;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.
