@@ -11,6 +11,7 @@
 
 #include "store/bootstrap_store.h"
 #include "store/bounded.h"
+#include "store/console_state.h"
 #include "store/life_table.h"
 #include "store/limits.h"
 #include "store/parameters.h"
@@ -166,6 +167,7 @@ struct SessionStore {
   NumericSettings settings;
   BasicResults basic;
   Channels channels;
+  ConsoleState console;
   LifeTableRecord lifeTable;
   PopulationParameters params;
   StageStatsRecord stageStats;
