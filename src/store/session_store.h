@@ -50,7 +50,9 @@ struct CohortHeader {
   int TypeCount = 0;
   int StageCount = 0;
   Vec<std::string, 0, kMaxType> TypeCode{"TypeCode"};
-  Mat<std::string, kMaxType, kMaxStage> StageName{"StageName"};
+  // One stage more than the other stage dimensions: row 1 also carries the second adult stage
+  // at m + 1, so that a file of 13 stages still reads.
+  Mat<std::string, kMaxType, kMaxStage + 1> StageName{"StageName"};
   Vec<std::string, 1, 2> SpecialGroup{"SpecialGroup"};
   std::string RegularLifeTable;
   Mat<double, kMaxType, kMaxStage> StageRearingCost{"StageRearingCost"};

@@ -23,6 +23,13 @@ std::int32_t CInt(double v) {
   return static_cast<std::int32_t>(r);
 }
 
+std::int16_t CInt16(double v) {
+  double r = CIntValue(v);
+  if (!(r >= std::numeric_limits<std::int16_t>::min() && r <= std::numeric_limits<std::int16_t>::max()))
+    throw OverflowFault();
+  return static_cast<std::int16_t>(r);
+}
+
 double RoundDisplay(double v, int decimals) {
   double scale = std::pow(10.0, decimals);
   return static_cast<double>(CInt(v * scale)) / scale;

@@ -10,6 +10,9 @@ namespace korvan {
 double CIntValue(double v);
 // CInt onto a 32-bit integer; beyond its range the overflow fault.
 std::int32_t CInt(double v);
+// CInt onto a 16-bit integer (the store's "16-bit integer" fields); beyond -32768..32767 the
+// overflow fault.
+std::int16_t CInt16(double v);
 // Display rounding: scale by 10^decimals, CInt to a 32-bit integer, scale back.
 double RoundDisplay(double v, int decimals);
 

@@ -32,7 +32,8 @@ TEST(Bounded, StoreKeepsTheRealLimits) {
   EXPECT_NO_THROW(S.ws.cohort.Fecundity(390, 575));
   EXPECT_THROW(S.ws.cohort.IndividualSex(391), SubscriptFault);
   EXPECT_THROW(S.ws.tables.Nxj(576, 1), SubscriptFault);
-  EXPECT_THROW(S.header.StageName(1, 14), SubscriptFault);
+  EXPECT_NO_THROW(S.header.StageName(1, 14));  // the second adult stage of a 13-stage file
+  EXPECT_THROW(S.header.StageName(1, 15), SubscriptFault);
   EXPECT_THROW(S.header.TypeCode(4), SubscriptFault);
 }
 

@@ -1,0 +1,117 @@
+#!/usr/bin/env python3
+"""Writes examples/mite.txt: a two-spotted spider mite cohort reared on bean leaf discs.
+
+The cohort is made up by the team to look like a real rearing: 100 eggs followed daily through
+egg, larva, protonymph and deutonymph to the adult female or male; a few die as preadults.
+Daily eggs of each female over her 10 to 30 adult days rise to a peak and fall again.
+
+The numbers come from a small linear congruential generator with a fixed seed, so the file is
+the same on every machine and every Python. The layout is the one the program's own writer
+uses: quoted head, bare type lines, one line per individual, fecundity in lines of at most
+20 values.
+
+Run: python3 examples/make_mite.py  (writes mite.txt beside this script)
+"""
+import os
+
+STAGES = ["Egg", "Larva", "Protonymph", "Deutonymph"]
+N = 100
+
+
+class Lcg:
+    """Park-Miller minimal standard generator: plain integer arithmetic, fully portable."""
+
+    def __init__(self, seed):
+        self.state = seed
+
+    def uniform(self):
+        self.state = (self.state * 48271) % 2147483647
+        return self.state / 2147483647
+
+    def pick(self, weights):
+        """Index drawn with the given (integer) weights."""
+        u = self.uniform() * sum(weights)
+        for k, w in enumerate(weights):
+            if u < w:
+                return k
+            u -= w
+        return len(weights) - 1
+
+
+def preadult_durations(rng):
+    # Days in egg, larva, protonymph, deutonymph at about 25 C.
+    egg = 3 + rng.pick([1, 6, 3])
+    larva = 1 + rng.pick([3, 5, 1])
+    proto = 1 + rng.pick([4, 4, 1])
+    deuto = 1 + rng.pick([3, 5, 2])
+    return [egg, larva, proto, deuto]
+
+
+def female_eggs(rng, days):
+    """Daily eggs: a pre-oviposition day or two, a peak near day 5 to 8, a slow decline."""
+    apop = rng.pick([2, 5, 2])  # 0, 1 or 2 days without eggs
+    peak_day = apop + 3 + rng.pick([1, 2, 2, 1])
+    peak = 7 + rng.pick([1, 2, 3, 2, 1])
+    eggs = []
+    for day in range(1, days + 1):
+        if day <= apop:
+            mean = 0.0
+        elif day <= peak_day:
+            mean = peak * (day - apop) / (peak_day - apop)
+        else:
+            mean = peak * max(0.0, 1.0 - (day - peak_day) / (days - peak_day + 4))
+        value = int(mean * (0.6 + 0.8 * rng.uniform()) + 0.5)
+        if day > apop and rng.uniform() < 0.06:
+            value = 0  # a day without eggs now and then
+        eggs.append(value)
+    if rng.uniform() < 0.05:
+        eggs = [0] * days  # an infertile female
+    return eggs
+
+
+def number(v):
+    """A number with the blank a non-negative number carries in front of it."""
+    return (" " if v >= 0 else "") + str(v)
+
+
+def main():
+    rng = Lcg(20240507)
+    lines = [
+        '"Project: Tetranychus urticae Ver. 5/7/2024"',
+        '"KORVAN team"',
+        '"Bean leaf discs 25 C 16L:8D"',
+        str(N),
+        "2,5",
+        "F," + ",".join(STAGES) + ",Female",
+        "M," + ",".join(STAGES) + ",Male",
+        "Egg,Female",
+    ]
+    for i in range(1, N + 1):
+        durations = preadult_durations(rng)
+        u = rng.uniform()
+        if u < 0.12:
+            # Died as a preadult: the stage of death carries the days lived in it, negative.
+            stage = rng.pick([3, 4, 2, 2])
+            lived = max(1, durations[stage] - rng.pick([1, 1, 1]))
+            record = durations[:stage] + [-lived]
+            lines.append(number(i) + " ,N," + ",".join(number(d) for d in record))
+            continue
+        if u < 0.12 + 0.62:
+            adult = 10 + rng.pick([2, 3, 4, 5, 5, 4, 3, 2, 2, 1]) * 2 + rng.pick([1, 1])
+            record = durations + [adult]
+            lines.append(number(i) + " ,F," + ",".join(number(d) for d in record))
+            values = female_eggs(rng, adult) + [-1]
+            for start in range(0, len(values), 20):
+                chunk = values[start:start + 20]
+                lines.append(",".join(number(v) for v in chunk))
+        else:
+            adult = 8 + rng.pick([2, 3, 4, 4, 3, 2, 2, 1, 1, 1]) * 2 + rng.pick([1, 1])
+            record = durations + [adult]
+            lines.append(number(i) + " ,M," + ",".join(number(d) for d in record))
+    path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "mite.txt")
+    with open(path, "w", newline="\n") as out:
+        out.write("\n".join(lines) + "\n")
+
+
+if __name__ == "__main__":
+    main()

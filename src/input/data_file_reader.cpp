@@ -1,0 +1,179 @@
+#include "input/data_file_reader.h"
+
+#include <cmath>
+
+#include "input/field_reader.h"
+#include "store/faults.h"
+#include "text/numbers.h"
+
+namespace korvan {
+
+std::string CleanProjectName(const std::string& field) {
+  if (field.rfind("Project: ", 0) == 0 || field.rfind("project: ", 0) == 0) return field.substr(9);
+  if (field.rfind("Project:", 0) == 0) return field.substr(8);
+  return field;
+}
+
+std::string RecordNumberFaultText(long i) {
+  return "Error in data file.\nCheck data of individual no. " + std::to_string(i - 1) + " or " +
+         std::to_string(i) + ".";
+}
+
+std::string NonIntegerFaultText(long i) {
+  return "Check data of individual no. " + std::to_string(i) + ". Developmental time is not integer.";
+}
+
+namespace {
+
+// A number read into one of the store's 16-bit fields: rounded as the assignment rounds, and
+// the overflow fault beyond the 16-bit range.
+int ReadInt16(FieldReader& in) { return CInt16(in.ReadNumber()); }
+
+// A double used as an index: rounded to the nearest, a tie to the even one.
+long IndexOf(double v) {
+  double r = CIntValue(v);
+  if (!(r >= -1e9 && r <= 1e9)) throw OverflowFault();
+  return static_cast<long>(r);
+}
+
+}  // namespace
+
+void DataFileReader::RecordFault(Target target, long i) {
+  // The bootstrap reads a file that has passed the check: it stops without a message.
+  if (target == Target::Pool) throw ProgramEnd{"", ""};
+  throw ProgramEnd{RecordNumberFaultText(i), kDataFileErrorTitle};
+}
+
+void DataFileReader::InputData() {
+  FieldReader in(S.identity.DataFilePath);
+  Flow("InputData");
+  ReadHead(in, Target::Cohort);
+  ReadRecords(in, Target::Cohort);
+  S.header.MaleCount = S.header.TypeCounts(2);
+  S.header.NTypeCount = S.header.TypeCounts(3);
+  SetTotalLongevity();
+}
+
+void DataFileReader::InputdataBoot() {
+  FieldReader in(S.identity.DataFilePath);
+  Flow("InputdataBoot");
+  ReadHead(in, Target::Pool);
+  ReadRecords(in, Target::Pool);
+}
+
+void DataFileReader::ReadHead(FieldReader& in, Target target) {
+  Identity& id = S.identity;
+  CohortHeader& h = S.header;
+  id.ProjectName = CleanProjectName(in.ReadString());
+  id.UserName = in.ReadString();
+  id.TreatmentName = in.ReadString();
+  const int n = ReadInt16(in);
+  W.cohort.CohortSize = n;
+  h.CohortSizeRead = n;
+  if (target == Target::Pool) S.pool.OriginalCohortSize = n;
+  h.TypeCount = ReadInt16(in);
+  h.StageCount = ReadInt16(in);
+  const int m = h.StageCount;
+
+  for (int t = 1; t <= h.TypeCount; ++t) {
+    std::string code = in.ReadString();
+    if (target == Target::Pool)
+      S.pool.OriginalTypeCode(t) = code;
+    else
+      h.TypeCode(t) = code;
+    for (int j = 1; j <= m; ++j) h.StageName(t, j) = in.ReadString();
+  }
+
+  if (h.RegularLifeTable == "No") {
+    for (int j = 1; j <= m; ++j) {
+      h.StageRearingCost(1, j) = in.ReadNumber();
+      if (j == m && h.TypeCount != 1) h.StageRearingCost(2, m) = in.ReadNumber();
+    }
+  }
+
+  // Row 1 of the stage names carries both adult stages: m the first, m+1 the second.
+  h.StageName(1, m + 1) = h.StageName(2, m);
+  // A file that gives the males first is turned round; the preadult names stay.
+  if (h.StageName(1, m) == "Male" && h.StageName(1, m + 1) == "Female") {
+    h.StageName(1, m) = "Female";
+    h.StageName(1, m + 1) = "Male";
+    h.StageName(2, m) = "Male";
+    h.TypeCode(1) = "F";
+    h.TypeCode(2) = "M";
+  }
+
+  h.SpecialGroup(1) = in.ReadString();
+  h.SpecialGroup(2) = in.ReadString();
+  if (m == 2) h.SpecialGroup(2) = "Adult";
+}
+
+void DataFileReader::ReadRecords(FieldReader& in, Target target) {
+  const bool pool = target == Target::Pool;
+  Cohort& c = W.cohort;
+  CohortHeader& h = S.header;
+  IndStrVec& sexOf = pool ? S.pool.OriginalSex : c.IndividualSex;
+  auto& duration = pool ? S.pool.OriginalStageDuration : c.StageDuration;
+  auto& fecundity = pool ? S.pool.OriginalFecundity : c.Fecundity;
+  const int m = h.StageCount;
+  const double factor = S.settings.FecundityFactor;
+
+  if (!pool) h.OldFemaleCount = 0;
+  for (long i = 1; i <= h.CohortSizeRead; ++i) {
+    const int number = ReadInt16(in);
+    const std::string sex = in.ReadString();
+    if (number != i) RecordFault(target, i);
+    if (!pool) c.IndividualNo(i) = number;
+    sexOf(i) = sex;
+    if (!pool) {
+      if (sex == "F") h.TypeCounts(1) += 1;
+      else if (sex == "M") h.TypeCounts(2) += 1;
+      else if (sex == "N") h.TypeCounts(3) += 1;
+    }
+
+    // Stages after the one of death keep no value from an earlier reading.
+    for (long j = 0; j <= kMaxStage; ++j) duration(i, j) = 0;
+    for (int j = 1; j <= m; ++j) {
+      if (sex == "N" && j == m) RecordFault(target, i);
+      const double d = in.ReadNumber();
+      duration(i, j) = d;
+      if (d < 0) break;
+      if (!pool && d != std::floor(d) && S.options.AcceptNonIntegerRead != "Yes")
+        throw ProgramEnd{NonIntegerFaultText(i), kDataFileErrorTitle};
+    }
+
+    if (sex != "F") continue;
+    const double d = duration(i, m);
+    if (!pool && d >= S.settings.CriticalFemaleAge) h.OldFemaleCount += 1;
+    if (pool) S.pool.OriginalTotalFecundity(i) = 0;
+    for (long x = 1; x <= d + 1; ++x) {
+      double value = in.ReadNumber();
+      if (value == -1) {
+        // A list that ends early is padded with zeros to the last adult day.
+        for (long k = x; k <= d; ++k) fecundity(i, k) = 0;
+        fecundity(i, IndexOf(d + 1)) = -1;
+        break;
+      }
+      value *= factor;
+      fecundity(i, x) = value;
+      if (pool) S.pool.OriginalTotalFecundity(i) += value;
+    }
+  }
+}
+
+void DataFileReader::SetTotalLongevity() {
+  Cohort& c = W.cohort;
+  const int m = S.header.StageCount;
+  c.MaxLongevity = 0;
+  for (long i = 1; i <= c.CohortSize; ++i) {
+    int total = 0;
+    for (int j = 1; j <= m; ++j) {
+      const double d = c.StageDuration(i, j);
+      total = CInt16(total + std::fabs(d));
+      if (d < 0) break;
+    }
+    c.TotalLongevity(i) = total;
+    if (total > c.MaxLongevity) c.MaxLongevity = total;
+  }
+}
+
+}  // namespace korvan

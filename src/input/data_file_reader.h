@@ -1,0 +1,43 @@
+#pragma once
+// The readers of the life-table data file and of the files that share its head.
+//
+// InputData reads the file at DataFilePath into the cohort of the workspace in hand (the
+// store's own in Basic Run) and into the shared head of the store (identity, stage lists,
+// counts). InputdataBoot reads the same file into the pool from which bootstrap samples are
+// drawn. A fault in the data ends the program (ProgramEnd); an index beyond a bound of the
+// store is a SubscriptFault, as everywhere.
+#include <string>
+
+#include "store/procedures.h"
+
+namespace korvan {
+
+class FieldReader;
+
+// The project field as kept: a leading "Project: " or "project: " is cut off, failing that a
+// leading "Project:". Other spellings stay as they stand.
+std::string CleanProjectName(const std::string& field);
+
+// The fault of a record number out of place, or of an "N" individual without a death.
+std::string RecordNumberFaultText(long i);
+// The fault of a non-integer developmental time of individual i.
+std::string NonIntegerFaultText(long i);
+inline constexpr const char* kDataFileErrorTitle = "Error in data file";
+
+class DataFileReader : public Procedures {
+ public:
+  using Procedures::Procedures;
+
+  void InputData();
+  void InputdataBoot();
+
+ private:
+  // Where the records go: the cohort in hand or the bootstrap pool.
+  enum class Target { Cohort, Pool };
+  void ReadHead(FieldReader& in, Target target);
+  void ReadRecords(FieldReader& in, Target target);
+  void SetTotalLongevity();
+  [[noreturn]] void RecordFault(Target target, long i);
+};
+
+}  // namespace korvan
