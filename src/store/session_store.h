@@ -119,6 +119,9 @@ struct BasicResults {
 struct Channels {
   TextFile MainOutput;  // channel 3: "_0A_Life Table_Output.txt", open through Basic Run
   TextFile Flow;        // channel 8: the flow record, open from A1 to the end of the session
+  // Tables and pages of the main output are numbered through the whole file.
+  int MainTableNumber = 0;
+  int MainPageNumber = 0;
 };
 
 // ---------------------------------------------------------------------------------------
