@@ -106,6 +106,16 @@ double FieldReader::ReadNumber() {
   return v;
 }
 
+std::string FieldReader::ReadFieldInLine() {
+  SkipBlanks();
+  if (pos_ >= text_.size() || IsLineEnd(text_[pos_])) {
+    EndField();
+    lastText_.clear();
+    return lastText_;
+  }
+  return ReadString();
+}
+
 bool FieldReader::AtEnd() const {
   for (std::size_t p = pos_; p < text_.size(); ++p)
     if (!IsBlank(text_[p]) && !IsLineEnd(text_[p])) return false;

@@ -29,6 +29,12 @@ class FieldReader {
   bool AtEnd() const;
   // True when something other than blanks, line ends and commas is left.
   bool HasMoreData() const;
+  // True when the position is at the very end of the file: a file that closes with the line
+  // end of its last field is at its end, one with a further empty line is not.
+  bool AtEndOfFile() const { return pos_ >= text_.size(); }
+  // The next field without passing over empty lines: an empty line, or blanks at the end of
+  // the file, give an empty string.
+  std::string ReadFieldInLine();
   // 1-based line of the next character.
   int Line() const { return line_; }
   const std::string& Path() const { return path_; }
