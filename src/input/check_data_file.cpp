@@ -21,13 +21,8 @@ std::string Num(long v) { return std::to_string(v); }
 
 bool IsWhole(double v) { return std::floor(v) == v; }
 
-// A field read into a 16-bit integer: rounded to the nearest, a tie to the even one; a value
-// beyond the 16-bit range is the overflow fault.
-int ReadInt16(FieldReader& in) {
-  double v = CIntValue(in.ReadNumber());
-  if (!(v >= -32768 && v <= 32767)) throw OverflowFault();
-  return static_cast<int>(v);
-}
+// A field read into a 16-bit integer (beyond its range the overflow fault).
+int ReadInt16(FieldReader& in) { return CInt16(in.ReadNumber()); }
 
 [[noreturn]] void Fault(const std::string& message, const char* title = kDataFault) {
   throw ProgramEnd{message, title};
