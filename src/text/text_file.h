@@ -66,7 +66,7 @@ class TextFile {
   // Write/WritePart continues the same list.
   template <class... Items>
   void WritePart(const Items&... items) {
-    ((WriteItem(items, false), RawText(",")), ...);
+    ((WriteItem(items, true), RawText(",")), ...);
   }
 
   void NewLine();
@@ -76,6 +76,7 @@ class TextFile {
   void PutItem(std::string_view s) { RawText(s); }
   void PutItem(const std::string& s) { RawText(s); }
   void PutItem(const char* s) { RawText(s); }
+  void PutItem(char c) { RawText(std::string_view(&c, 1)); }  // a character is text
   void PutItem(Tab t);
   void PutItem(Zone);
   template <class N, std::enable_if_t<std::is_arithmetic_v<N>, int> = 0>
@@ -86,6 +87,7 @@ class TextFile {
   void WriteItem(std::string_view s, bool first);
   void WriteItem(const std::string& s, bool first) { WriteItem(std::string_view(s), first); }
   void WriteItem(const char* s, bool first) { WriteItem(std::string_view(s), first); }
+  void WriteItem(char c, bool first) { WriteItem(std::string_view(&c, 1), first); }
   template <class N, std::enable_if_t<std::is_arithmetic_v<N>, int> = 0>
   void WriteItem(N v, bool first) {
     if (!first) RawText(",");

@@ -1,0 +1,83 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "store/faults.h"
+#include "text/numbers.h"
+
+namespace korvan {
+namespace {
+
+TEST(CInt, TiesGoToTheEvenNumber) {
+  struct Case {
+    double in, out;
+  } cases[] = {{0.5, 0},   {1.5, 2},   {2.5, 2},    {3.5, 4},   {-0.5, 0}, {-1.5, -2},
+               {-2.5, -2}, {2.4999, 2}, {2.5001, 3}, {-2.6, -3}, {7, 7},    {1e9 + 0.5, 1e9}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(CIntValue(c.in), c.out) << c.in;
+    EXPECT_EQ(CInt(c.in), static_cast<std::int32_t>(c.out)) << c.in;
+  }
+  // The 32-bit range and what lies beyond it.
+  EXPECT_EQ(CInt(2147483647.4), 2147483647);
+  EXPECT_EQ(CInt(-2147483648.5), std::numeric_limits<std::int32_t>::min());  // the tie goes to the even end
+  EXPECT_THROW(CInt(2147483647.5), OverflowFault);
+  EXPECT_THROW(CInt(-2147483649.0), OverflowFault);
+  EXPECT_THROW(CInt(std::nan("")), OverflowFault);
+  EXPECT_THROW(CInt(std::numeric_limits<double>::infinity()), OverflowFault);
+  // The 16-bit fields of the store.
+  EXPECT_EQ(CInt16(32767.4), 32767);
+  EXPECT_EQ(CInt16(-32768), -32768);
+  EXPECT_EQ(CInt16(4.5), 4);
+  EXPECT_THROW(CInt16(32767.5), OverflowFault);
+  EXPECT_THROW(CInt16(-32769), OverflowFault);
+  EXPECT_THROW(CInt16(40000), OverflowFault);
+}
+
+TEST(RoundDisplay, ScalesRoundsAndFailsBeyondThe32BitRange) {
+  EXPECT_EQ(RoundDisplay(0.12345678, 4), 0.1235);
+  EXPECT_EQ(RoundDisplay(-0.12345678, 4), -0.1235);
+  EXPECT_EQ(RoundDisplay(2.5, 0), 2);
+  EXPECT_EQ(RoundDisplay(3.5, 0), 4);
+  EXPECT_EQ(RoundDisplay(0.125, 2), 0.12);  // 12.5 is a tie: to the even
+  EXPECT_EQ(RoundDisplay(12345.6789, 2), 12345.68);
+  EXPECT_EQ(RoundDisplay(214748.3647, 4), 214748.3647);
+  // 10,000 with four decimals is 1e8: fine; 300,000 is 3e9: beyond the range.
+  EXPECT_EQ(RoundDisplay(10000, 4), 10000);
+  EXPECT_THROW(RoundDisplay(300000, 4), OverflowFault);
+  EXPECT_THROW(RoundDisplay(-214749, 4), OverflowFault);
+  EXPECT_THROW(RoundDisplay(3e9, 0), OverflowFault);
+  EXPECT_EQ(FullPrecision(RoundDisplay(1.0 / 3, 4)), "0.3333");
+}
+
+TEST(NumberText, FullPrecisionAndPrintForms) {
+  struct Case {
+    double v;
+    const char* full;
+    const char* print;
+  } cases[] = {
+      {0, "0", " 0 "},
+      {-0.0, "0", " 0 "},
+      {1, "1", " 1 "},
+      {-1, "-1", "-1 "},
+      {0.25, "0.25", " 0.25 "},
+      {-0.25, "-0.25", "-0.25 "},
+      {1e-07, "1E-07", " 1E-07 "},
+      {-2.5e-07, "-2.5E-07", "-2.5E-07 "},
+      {0.0001, "0.0001", " 0.0001 "},
+      {0.00001, "1E-05", " 1E-05 "},
+      {123456789012345.0, "123456789012345", " 123456789012345 "},
+      {1e15, "1E+15", " 1E+15 "},
+      {0.1 + 0.2, "0.3", " 0.3 "},
+      {2.0 / 3, "0.666666666666667", " 0.666666666666667 "},
+      {1234.5, "1234.5", " 1234.5 "},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(FullPrecision(c.v), c.full);
+    EXPECT_EQ(PrintNumber(c.v), c.print);
+  }
+  EXPECT_EQ(NumberText(12), "12");
+}
+
+}  // namespace
+}  // namespace korvan
