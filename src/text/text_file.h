@@ -58,7 +58,7 @@ class TextFile {
   // Write form, ending the line.
   template <class... Items>
   void Write(const Items&... items) {
-    bool first = true;
+    [[maybe_unused]] bool first = true;
     ((WriteItem(items, first), first = false), ...);
     NewLine();
   }
