@@ -38,6 +38,24 @@ long IndexOf(double v) {
 
 }  // namespace
 
+double ReadFecundityList(FieldReader& in, Mat<double, kMaxIndividual, kMaxAge>& fecundity, long i, double d,
+                         double factor) {
+  double total = 0;
+  for (long x = 1; x <= d + 1; ++x) {
+    double value = in.ReadNumber();
+    if (value == -1) {
+      // A list that ends early is padded with zeros to the last adult day.
+      for (long k = x; k <= d; ++k) fecundity(i, k) = 0;
+      fecundity(i, IndexOf(d + 1)) = -1;
+      break;
+    }
+    value *= factor;
+    fecundity(i, x) = value;
+    total += value;
+  }
+  return total;
+}
+
 void DataFileReader::RecordFault(Target target, long i) {
   // The bootstrap reads a file that has passed the check: it stops without a message.
   if (target == Target::Pool) throw ProgramEnd{"", ""};
@@ -144,19 +162,8 @@ void DataFileReader::ReadRecords(FieldReader& in, Target target) {
     if (sex != "F") continue;
     const double d = duration(i, m);
     if (!pool && d >= S.settings.CriticalFemaleAge) h.OldFemaleCount += 1;
-    if (pool) S.pool.OriginalTotalFecundity(i) = 0;
-    for (long x = 1; x <= d + 1; ++x) {
-      double value = in.ReadNumber();
-      if (value == -1) {
-        // A list that ends early is padded with zeros to the last adult day.
-        for (long k = x; k <= d; ++k) fecundity(i, k) = 0;
-        fecundity(i, IndexOf(d + 1)) = -1;
-        break;
-      }
-      value *= factor;
-      fecundity(i, x) = value;
-      if (pool) S.pool.OriginalTotalFecundity(i) += value;
-    }
+    const double total = ReadFecundityList(in, fecundity, i, d, factor);
+    if (pool) S.pool.OriginalTotalFecundity(i) = total;
   }
 }
 
@@ -173,6 +180,46 @@ void DataFileReader::SetTotalLongevity() {
     }
     c.TotalLongevity(i) = total;
     if (total > c.MaxLongevity) c.MaxLongevity = total;
+  }
+}
+
+}  // namespace korvan
+
+namespace korvan {
+
+void DataFileReader::InputAdultLifeTable() {
+  Flow("InputAdultLifeTable");
+  const std::string path = P.ChooseFile("Open adult life table");
+  if (path.empty()) return;
+  FieldReader in(path);
+  AdultLifeTable& a = S.adult;
+  a.AdultProjectName = CleanProjectName(in.ReadString());
+  a.AdultUserName = in.ReadString();
+  a.AdultTreatmentName = in.ReadString();
+  S.identity.TreatmentName = a.AdultTreatmentName;
+  a.AdultCohortSize = ReadInt16(in);
+  a.AdultTypeCount = ReadInt16(in);
+  a.AdultStageCount = ReadInt16(in);
+  const int m = a.AdultStageCount;
+  for (int t = 1; t <= a.AdultTypeCount; ++t) {
+    a.AdultTypeCode(t) = in.ReadString();
+    for (int j = 1; j <= m; ++j) a.AdultStageName(t, j) = in.ReadString();
+  }
+  a.AdultSpecialGroup(1) = in.ReadString();
+  a.AdultSpecialGroup(2) = in.ReadString();
+  if (m == 2) a.AdultSpecialGroup(2) = "Adult";
+
+  for (long i = 1; i <= a.AdultCohortSize; ++i) {
+    const int number = ReadInt16(in);
+    const std::string sex = in.ReadString();
+    if (number != i) throw ProgramEnd{RecordNumberFaultText(i), kDataFileErrorTitle};
+    if (sex != "F" && sex != "M")
+      throw ProgramEnd{"Sex of individual no. " + std::to_string(i) + " is " + sex + "?", kDataFileErrorTitle};
+    a.AdultIndividualNo(i) = number;
+    a.AdultIndividualSex(i) = sex;
+    const int d = ReadInt16(in);
+    a.AdultLongevity(i) = d;
+    if (sex == "F") ReadFecundityList(in, a.AdultFecundity, i, d, 1);
   }
 }
 

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "store/procedures.h"
+#include "store/session_store.h"
 
 namespace korvan {
 
@@ -24,12 +25,24 @@ std::string RecordNumberFaultText(long i);
 std::string NonIntegerFaultText(long i);
 inline constexpr const char* kDataFileErrorTitle = "Error in data file";
 
+// Reads the fecundity list of female i, whose adult stage lasted d: days 1..d and the closing
+// -1, every value but the -1 multiplied by factor. A list that ends early is padded with zeros
+// up to day d, and the -1 goes to day d + 1 whatever day it was read on. Returns the sum of
+// the values kept.
+double ReadFecundityList(FieldReader& in, Mat<double, kMaxIndividual, kMaxAge>& fecundity, long i, double d,
+                         double factor);
+
 class DataFileReader : public Procedures {
  public:
   using Procedures::Procedures;
 
   void InputData();
   void InputdataBoot();
+  // Asks for an adult life table ("Open adult life table") and reads it into S.adult.
+  void InputAdultLifeTable();
+  // Reads the file of several treatments at DataFilePath into S.comparison, in the order of
+  // descending means. Fewer than three treatments: a message and nothing more.
+  void InputRawData();
 
  private:
   // Where the records go: the cohort in hand or the bootstrap pool.

@@ -11,6 +11,7 @@
 
 #include "store/bootstrap_store.h"
 #include "store/bounded.h"
+#include "store/comparison.h"
 #include "store/console_state.h"
 #include "store/life_table.h"
 #include "store/limits.h"
@@ -70,6 +71,21 @@ struct Pool {
   Mat<double, kMaxIndividual, kMaxAge> OriginalFecundity{"OriginalFecundity"};
   IndVec OriginalTotalFecundity{"OriginalTotalFecundity"};
   Vec<std::string, 0, kMaxType> OriginalTypeCode{"OriginalTypeCode"};
+};
+
+// An adult life table ("O. + overwinter"): adults only, read by InputAdultLifeTable. Its head
+// stays with it; only its treatment line also goes to TreatmentName.
+struct AdultLifeTable {
+  int AdultCohortSize = 0;
+  std::string AdultProjectName, AdultUserName, AdultTreatmentName;
+  int AdultTypeCount = 0, AdultStageCount = 0;
+  Vec<std::string, 0, kMaxType> AdultTypeCode{"AdultTypeCode"};
+  Mat<std::string, kMaxType, kMaxStage + 1> AdultStageName{"AdultStageName"};
+  Vec<std::string, 1, 2> AdultSpecialGroup{"AdultSpecialGroup"};
+  IndIntVec AdultIndividualNo{"AdultIndividualNo"};
+  IndStrVec AdultIndividualSex{"AdultIndividualSex"};
+  IndIntVec AdultLongevity{"AdultLongevity"};  // the adult duration, 16-bit
+  Mat<double, kMaxIndividual, kMaxAge> AdultFecundity{"AdultFecundity"};
 };
 
 // Options: strings compared exactly; one never set is empty.
@@ -178,6 +194,8 @@ struct SessionStore {
   StageStatsRecord stageStats;
   ReadDataRecord readData;
   BootstrapRecord boot;
+  ComparisonRecord comparison;
+  AdultLifeTable adult;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.

@@ -424,3 +424,22 @@ TEST(DataFileReader, ReadsTheBundledMiteCohort) {
 
 }  // namespace
 }  // namespace korvan
+
+namespace korvan {
+namespace {
+
+TEST(DataFileReader, EntersTheFlowRecordWhenItIsOn) {
+  test::TempDir dir;
+  Session s;
+  s.S.options.FlowMode = "Yes";
+  s.S.channels.Flow.Open(dir.file("flow.txt"));
+  s.Read(test::DataPath("reader_small.txt"));
+  s.ReadBoot(test::DataPath("reader_small.txt"));
+  s.S.options.FlowMode = "No";
+  s.Read(test::DataPath("reader_small.txt"));
+  s.S.channels.Flow.Close();
+  EXPECT_EQ(test::ReadFile(dir.file("flow.txt")), "Sub InputData\nSub InputdataBoot\n");
+}
+
+}  // namespace
+}  // namespace korvan
