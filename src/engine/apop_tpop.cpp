@@ -141,10 +141,11 @@ void StageStatsEngine::PrintAPOPandTPOP() {
   out.Print("");
 }
 
-// Page mark of the main output: a form feed, then "Page" and the number 70 columns to the right.
+// Page mark of the main output: a form feed (none before the first page), then "Page" and the
+// number 70 columns to the right.
 void StageStatsEngine::NewPage() {
   TextFile& out = S.channels.MainOutput;
-  out.RawText("\f");
+  if (S.channels.MainPageNumber > 0) out.RawText("\f");
   out.Print(Tab{70}, "Page", ++S.channels.MainPageNumber);
 }
 

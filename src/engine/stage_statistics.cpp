@@ -9,6 +9,8 @@
 
 namespace korvan {
 
+double ReportNumber(double v) { return std::fabs(v) >= 10000 ? CIntValue(v) : RoundDisplay(v, 4); }
+
 long SexIndex(const std::string& sex) {
   if (sex == "F") return kSexF;
   if (sex == "M") return kSexM;

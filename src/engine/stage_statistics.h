@@ -98,6 +98,9 @@ class StageStatsEngine : public Procedures {
   double TimeUnit() const;
 };
 
+// A number of a report table: four decimals, whole beyond plus or minus 10,000.
+double ReportNumber(double v);
+
 // 1 for "F", 2 for "M", 3 for "N", 0 for anything else.
 long SexIndex(const std::string& sex);
 

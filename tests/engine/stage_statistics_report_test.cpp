@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+#include <vector>
+
+#include "engine/stage_statistics.h"
+#include "engine/stats_cohort.h"
+#include "support/test_support.h"
+
+namespace korvan {
+namespace {
+
+class NoPrompts : public PromptService {
+ public:
+  int MsgBox(const std::string&, const std::string&, int, int) override { return kOK; }
+  std::string InputBox(const std::string&, const std::string&, const std::string& d) override { return d; }
+  std::string ChooseFile(const std::string&) override { return ""; }
+};
+
+// Runs the statistics and their tables in the order of a Basic Run and returns the report.
+std::string Report(SessionStore& S, const test::TempDir& dir) {
+  NoPrompts P;
+  StageStatsEngine e(S, P);
+  S.identity.DataFileBase = dir.file("cohort");
+  S.channels.MainOutput.Open(dir.file("cohort_0A_Life Table_Output.txt"));
+  e.CountOvipositionDays();
+  e.PreadultMean();
+  e.Life10();
+  e.Life11();
+  e.Life12();
+  e.APOPandTPOP();
+  e.PrintAPOPandTPOP();
+  e.AgeFecundityFromBirth();
+  e.CountOvipositionPeriod();
+  e.Life12PrintAgeFecundityFromBirth();
+  S.channels.MainOutput.Close();
+  return test::ReadFile(dir.file("cohort_0A_Life Table_Output.txt"));
+}
+
+bool HasLine(const std::string& text, const std::string& line) {
+  std::istringstream in(text);
+  std::string l;
+  while (std::getline(in, l))
+    if (l == line) return true;
+  return false;
+}
+
+TEST(StageStatisticsReport, TablesFollowEachOtherNumberedWithPageMarks) {
+  SessionStore S;
+  test::TempDir dir;
+  test::LoadCohort(S, test::HandCohort(), 1);
+  const std::string r = Report(S, dir);
+  const char* heads[] = {
+      "Table 1. Number of time units spent by each individual in each",
+      "Table 2. Age-specific fecundity of each individual based on \"adult age\".",
+      "Table 3. APOP (or APRP) and TPOP (or TPRP) of each reproduced female",
+      "Table 4. Age-specific fecundity of each female individual from age 0",
+      "Table 4. (Continued)",
+  };
+  std::size_t at = 0;
+  for (const char* h : heads) {
+    const std::size_t found = r.find(h, at);
+    ASSERT_NE(found, std::string::npos) << h;
+    at = found;
+  }
+  // Ages 0..10 take two blocks of the last table: five pages, a form feed before all but the first.
+  EXPECT_EQ(std::count(r.begin(), r.end(), '\f'), 4);
+  EXPECT_EQ(r.rfind(std::string(69, ' ') + "Page 1 \n", 0), 0u);
+  EXPECT_NE(r.find("\f" + std::string(68, ' ') + "Page 5 \n"), std::string::npos);
+  EXPECT_EQ(S.channels.MainTableNumber, 4);
+}
+
+TEST(StageStatisticsReport, DurationsTableMarksDeathsAndClosesWithStatistics) {
+  SessionStore S;
+  test::TempDir dir;
+  test::LoadCohort(S, test::HandCohort(), 1);
+  const std::string r = Report(S, dir);
+  // Individual 5 died after 2 days as a larva; it has no preadult or adult time.
+  EXPECT_TRUE(HasLine(r, " 5             2        d 2        -         -         -             4                N"));
+  EXPECT_TRUE(HasLine(r, "N              6         5         5         5         5             7 "));
+  EXPECT_TRUE(HasLine(r, "Mean           2.3333    2.8       4         5.2       4             7.2857 "));
+  EXPECT_TRUE(HasLine(r, "Variance       0.2667    0.7       2.5       0.7       2.5           13.9048 "));
+  EXPECT_TRUE(HasLine(r, " Time unit used:  1 "));
+  EXPECT_EQ(r.find("you collected your data every"), std::string::npos);
+  // Adult-age fecundity: a "d" the day after the last adult day, the totals of each female.
+  EXPECT_TRUE(HasLine(r, " 2       5       0       5       0       d       10      2        2             5        0            4 "));
+  EXPECT_TRUE(HasLine(r, "Maximum of daily fecundity = 6 observed for female no. 1 "));
+  EXPECT_TRUE(HasLine(r, "The sum of age-specific mean fecundity is: 8.6667 "));
+}
+
+// The minimum rule shows in the table: female 2 has APOP 0, yet the minimum is 1.
+TEST(StageStatisticsReport, ApopTableInWholeAndHalfTimeUnits) {
+  {
+    SessionStore S;
+    test::TempDir dir;
+    test::LoadCohort(S, test::HandCohort(), 1);
+    const std::string r = Report(S, dir);
+    EXPECT_TRUE(HasLine(r, "     2           0         6 "));
+    EXPECT_TRUE(HasLine(r, "Min              1         5 "));
+    EXPECT_TRUE(HasLine(r, "Mean             0.67      5.67 "));
+    EXPECT_TRUE(HasLine(r, "S.E.             0.3333    0.3333 "));
+  }
+  {
+    SessionStore S;
+    test::TempDir dir;
+    test::LoadCohort(S, test::HandCohort(), 0.5);
+    const std::string r = Report(S, dir);
+    EXPECT_TRUE(HasLine(r, "     1           0.5       3 "));
+    EXPECT_TRUE(HasLine(r, "     7           0.5       2.5 "));
+    EXPECT_TRUE(HasLine(r, "Mean             0.33      2.83 "));
+    EXPECT_TRUE(HasLine(r, "         stage, preadult and total longevity (you collected your data every  0.5  time unit)"));
+    EXPECT_TRUE(HasLine(r, "The rows below the individuals are in days."));
+    EXPECT_TRUE(HasLine(r, "Mean           1.1667    1.4       2         2.6       2             3.6429 "));
+  }
+  {
+    SessionStore S;
+    test::TempDir dir;
+    test::LoadCohort(S, {{"M", {2, 2, 3}, {}}, {"N", {2, -1}, {}}});
+    const std::string r = Report(S, dir);
+    EXPECT_EQ(r.find("APOP"), std::string::npos);
+  }
+}
+
+}  // namespace
+}  // namespace korvan
