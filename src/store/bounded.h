@@ -59,4 +59,26 @@ class Mat {
   std::vector<T> v_;
 };
 
+// Three dimensions, indices 0..H0, 0..H1 and 0..H2 inclusive.
+template <class T, long H0, long H1, long H2>
+class Cube {
+ public:
+  explicit Cube(const char* name)
+      : name_(name), v_(static_cast<std::size_t>((H0 + 1) * (H1 + 1) * (H2 + 1)), T{}) {}
+
+  T& operator()(long i, long j, long k) { return v_[index(i, j, k)]; }
+  const T& operator()(long i, long j, long k) const { return v_[index(i, j, k)]; }
+
+  void Fill(const T& value) { std::fill(v_.begin(), v_.end(), value); }
+  const char* Name() const { return name_; }
+
+ private:
+  std::size_t index(long i, long j, long k) const {
+    if (i < 0 || i > H0 || j < 0 || j > H1 || k < 0 || k > H2) throw SubscriptFault(name_);
+    return static_cast<std::size_t>((i * (H1 + 1) + j) * (H2 + 1) + k);
+  }
+  const char* name_;
+  std::vector<T> v_;
+};
+
 }  // namespace korvan

@@ -165,6 +165,7 @@ struct RunIndicators {
   double Boot = 0;
   std::string IsResamplingFlag = "n";
   std::string IsBasicRunFlag = "y";
+  std::string ResampleKind;  // "b" in a bootstrap, "j" in a jackknife
 };
 
 struct Workspace {

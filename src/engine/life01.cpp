@@ -1,0 +1,252 @@
+// Life01: statistics of stage durations, whole cohort and by type; cumulative times from
+// birth; deaths by stage and the sex rates; LastAge.
+#include <cmath>
+#include <algorithm>
+#include <cstdlib>
+
+#include "engine/life_table_engine.h"
+#include "engine/stats_fields.h"
+#include "store/rules.h"
+#include "text/numbers.h"
+
+namespace korvan {
+
+void LifeTableEngine::Life01() {
+  FlowEngine("Life01");
+  Life01Gosub100();
+  Life01Gosub290();
+  if (W.run.IsResamplingFlag == "y") {
+    Life01Gosub570boot();
+    Life01Gosub790Boot();
+  } else {
+    Life01Gosub570();
+    Life01Gosub790();
+  }
+}
+
+void LifeTableEngine::Life01Gosub100() {
+  FlowEngine("Life01Gosub100");
+  auto& L = W.lifeTable;
+  const auto& C = W.cohort;
+  const int m = S.header.StageCount;
+  const int N = C.CohortSize;
+  const double tu = S.settings.TimeUnit;
+  const double boot = W.run.Boot;
+  for (int j = 1; j <= m; ++j) {
+    int count = N;
+    double s = 0, q = 0;
+    for (int i = 1; i <= N; ++i) {
+      const double D = C.StageDuration(i, j);
+      if (D > 0) {
+        s += TimeUnitToDays(D, tu);
+        q += (tu * D) * (tu * D);
+      } else {
+        --count;
+      }
+    }
+    L.StageSurvivors(j) = count;
+    if (!ApplyStatistics(s, q, count, L.StageMean(j), L.StageVariance(j), L.StageSD(j))) continue;
+    if (boot > 0) {
+      S.lifeTable.BootLists().BootStageMean(j, static_cast<long>(boot)) = L.StageMean(j);
+    } else {
+      S.lifeTable.OriginalStageMean(j) = L.StageMean(j);
+      S.lifeTable.OriginalStageSurvivors(j) = count;
+    }
+  }
+}
+
+void LifeTableEngine::Life01Gosub290() {
+  FlowEngine("Life01Gosub290");
+  auto& L = W.lifeTable;
+  const auto& C = W.cohort;
+  const int m = S.header.StageCount;
+  const int N = C.CohortSize;
+  const double tu = S.settings.TimeUnit;
+  const double boot = W.run.Boot;
+  for (int j = 1; j <= m; ++j) {
+    int count = 0;
+    double s = 0, q = 0;
+    for (int i = 1; i <= N; ++i) {
+      double c = 0;
+      bool whole = true;
+      for (int k = 1; k <= j; ++k) {
+        const double D = C.StageDuration(i, k);
+        if (D <= 0) {
+          whole = false;
+          break;
+        }
+        c += D;
+      }
+      L.CumulativeDuration(i, j) = c;
+      if (!whole) continue;
+      s += TimeUnitToDays(c, tu);
+      q += (tu * c) * (tu * c);
+      ++count;
+    }
+    L.CumSurvivors(j) = count;
+    if (boot == 0) S.lifeTable.OriginalCumSurvivors(j) = count;
+    if (!ApplyStatistics(s, q, count, L.CumMean(j), L.CumVariance(j), L.CumSD(j))) continue;
+    if (boot > 0) {
+      S.lifeTable.BootLists().BootCumMean(j, static_cast<long>(boot)) = L.CumMean(j);
+    } else {
+      S.lifeTable.OriginalCumMean(j) = L.CumMean(j);
+      if (j == m - 1) S.lifeTable.PreadultMeanTime = L.CumMean(j);
+    }
+  }
+
+  L.PreadultSurvival = static_cast<double>(L.CumSurvivors(m - 1 < 0 ? 0 : m - 1)) / N;
+  if (boot > 0)
+    S.lifeTable.BootLists().BootPreadultSurvival(static_cast<long>(boot)) = L.PreadultSurvival;
+  else
+    S.lifeTable.PreadultSurvivalOriginal = L.PreadultSurvival;
+
+  // LastAge: MaxLongevity - 1 as a rule; the longest cumulative time less 1 when the count
+  // of the longevity statistics exceeds the cohort.
+  double longest = 0;
+  for (int i = 1; i <= N; ++i) longest = std::max(longest, std::fabs(L.CumulativeDuration(i, m)));
+  if (L.LongevityCount > N)
+    W.tables.LastAge = CInt(longest) - 1;
+  else
+    W.tables.LastAge = C.MaxLongevity - 1;
+}
+
+// Stage statistics by type, then deaths by stage and the sex rates.
+void LifeTableEngine::TypeStageStatistics(bool clearFirst) {
+  auto& L = W.lifeTable;
+  const auto& C = W.cohort;
+  const int m = S.header.StageCount;
+  const int T = S.header.TypeCount;
+  const int N = C.CohortSize;
+  const double tu = S.settings.TimeUnit;
+  const double boot = W.run.Boot;
+  if (clearFirst) {
+    L.TypeStageCount.Fill(0);
+    L.TypeStageMean.Fill(0);
+    L.TypeStageVariance.Fill(0);
+    L.TypeStageSD.Fill(0);
+  }
+  for (int t = 1; t <= T; ++t) {
+    const std::string& code = S.header.TypeCode(t);
+    for (int j = 1; j <= m; ++j) {
+      int count = 0;
+      double s = 0, q = 0;
+      for (int i = 1; i <= N; ++i) {
+        if (C.IndividualSex(i) != code) continue;
+        const double D = C.StageDuration(i, j);
+        if (D <= 0) continue;
+        s += TimeUnitToDays(D, tu);
+        q += (tu * D) * (tu * D);
+        ++count;
+      }
+      L.TypeStageCount(t, j) = count;
+      ApplyStatistics(s, q, count, L.TypeStageMean(t, j), L.TypeStageVariance(t, j),
+                      L.TypeStageSD(t, j));
+      if (boot > 0) {
+        S.lifeTable.BootLists().BootTypeStageMean(t, j, static_cast<long>(boot)) =
+            L.TypeStageMean(t, j);
+      } else {
+        S.lifeTable.OriginalTypeStageCount(t, j) = count;
+        S.lifeTable.OriginalTypeStageMean(t, j) = L.TypeStageMean(t, j);
+      }
+    }
+  }
+
+  const auto& Sv = L.StageSurvivors;
+  L.StageDeaths(1) = N - Sv(1);
+  L.StageDeathsRest(1) = N - L.StageDeaths(1);
+  for (int j = 2; j <= m - 1; ++j) {
+    L.StageDeaths(j) = Sv(j - 1) - Sv(j);
+    L.StageDeathsRest(j) = Sv(j - 1) - L.StageDeaths(j);
+  }
+  L.FemaleCount = L.TypeStageCount(1, m);
+  L.MaleCountAdult = L.TypeStageCount(2, m);
+  L.NTypeCountAdult = N - L.FemaleCount - L.MaleCountAdult;
+  L.FemaleRate = static_cast<double>(L.FemaleCount) / N;
+  L.MaleRate = static_cast<double>(L.MaleCountAdult) / N;
+  L.NTypeRate = static_cast<double>(L.NTypeCountAdult) / N;
+  if (L.FemaleCount != 0) {
+    const double f = L.FemaleCount, males = L.MaleCountAdult;
+    L.MalesPerFemale = males / f;
+    L.FemaleShare = f / (f + males);
+    L.MaleShare = males / (f + males);
+  }
+  L.StageDeaths(m) = L.FemaleCount;
+  L.StageDeaths(m + 1) = L.MaleCountAdult;
+  L.StageDeathsRest(m) = 0;
+  L.StageDeathsRest(m + 1) = 0;
+}
+
+void LifeTableEngine::Life01Gosub570() {
+  FlowEngine("Life01Gosub570");
+  TypeStageStatistics(false);
+}
+
+void LifeTableEngine::Life01Gosub570boot() {
+  FlowEngine("Life01Gosub570boot");
+  TypeStageStatistics(true);
+}
+
+// Cumulative times by type, over the individuals whose stages up to j all have a positive
+// duration; at the last preadult stage also each one's preadult time.
+void LifeTableEngine::TypeCumulativeStatistics(bool clearFirst) {
+  auto& L = W.lifeTable;
+  const auto& C = W.cohort;
+  const int m = S.header.StageCount;
+  const int T = S.header.TypeCount;
+  const int N = C.CohortSize;
+  const double tu = S.settings.TimeUnit;
+  const double boot = W.run.Boot;
+  if (clearFirst) {
+    L.TypeCumCount.Fill(0);
+    L.TypeCumMean.Fill(0);
+    L.TypeCumVariance.Fill(0);
+    L.TypeCumSD.Fill(0);
+  }
+  for (int t = 1; t <= T; ++t) {
+    const std::string& code = S.header.TypeCode(t);
+    for (int j = 1; j <= m; ++j) {
+      int count = 0;
+      double s = 0, q = 0;
+      for (int i = 1; i <= N; ++i) {
+        if (C.IndividualSex(i) != code) continue;
+        double c = 0;
+        bool whole = true;
+        for (int k = 1; k <= j; ++k) {
+          const double D = C.StageDuration(i, k);
+          if (D <= 0) {
+            whole = false;
+            break;
+          }
+          c += D;
+        }
+        if (!whole) continue;
+        s += TimeUnitToDays(c, tu);
+        q += (tu * c) * (tu * c);
+        ++count;
+        if (j == m - 1) L.PreadultTime(i) = TimeUnitToDays(c, tu);
+      }
+      L.TypeCumCount(t, j) = count;
+      ApplyStatistics(s, q, count, L.TypeCumMean(t, j), L.TypeCumVariance(t, j),
+                      L.TypeCumSD(t, j));
+      if (boot > 0) {
+        S.lifeTable.BootLists().BootTypeCumMean(t, j, static_cast<long>(boot)) =
+            L.TypeCumMean(t, j);
+      } else {
+        S.lifeTable.OriginalTypeCumCount(t, j) = count;
+        S.lifeTable.OriginalTypeCumMean(t, j) = L.TypeCumMean(t, j);
+      }
+    }
+  }
+}
+
+void LifeTableEngine::Life01Gosub790() {
+  FlowEngine("Life01Gosub790");
+  TypeCumulativeStatistics(false);
+}
+
+void LifeTableEngine::Life01Gosub790Boot() {
+  FlowEngine("Life01Gosub790Boot");
+  TypeCumulativeStatistics(true);
+}
+
+}  // namespace korvan

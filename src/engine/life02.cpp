@@ -1,0 +1,157 @@
+// Life02: the span between the two special stages, whole cohort and by type, and the
+// statistics of female fecundity.
+#include <cstdio>
+
+#include "engine/life_table_engine.h"
+#include "engine/stats_fields.h"
+#include "store/rules.h"
+#include "text/numbers.h"
+
+namespace korvan {
+
+void LifeTableEngine::Life02() {
+  FlowEngine("Life02");
+  Life02Gosub80();
+  Life02Gosub410();
+  Life02Gosub660();
+}
+
+void LifeTableEngine::Life02Gosub80() {
+  FlowEngine("Life02Gosub80");
+  auto& L = W.lifeTable;
+  const auto& C = W.cohort;
+  const int m = S.header.StageCount;
+  const int N = C.CohortSize;
+  const double tu = S.settings.TimeUnit;
+
+  int first = 0, second = 0;
+  for (int j = 1; j <= m; ++j) {
+    const std::string& name = S.header.StageName(1, j);
+    if (name == S.header.SpecialGroup(1)) first = j;
+    if (name == S.header.SpecialGroup(2)) second = j;
+  }
+  L.SpanFirstStage = first < second ? first : second;
+  L.SpanLastStage = first < second ? second : first;
+
+  int count = 0;
+  double s = 0, q = 0;
+  for (int i = 1; i <= N; ++i) {
+    double span = 0;
+    bool whole = true;
+    for (int j = L.SpanFirstStage; j <= L.SpanLastStage; ++j) {
+      const double D = C.StageDuration(i, j);
+      if (D <= 0) {
+        whole = false;
+        break;
+      }
+      span += D;
+    }
+    if (!whole) continue;
+    ++count;
+    s += TimeUnitToDays(span, tu);
+    q += (tu * span) * (tu * span);
+    L.SpanIndividual(count) = i;
+    L.SpanValue(count) = TimeUnitToDays(span, tu);
+  }
+  L.SpanCount = count;
+  L.SpanCountReport = count;
+  ApplyStatistics(s, q, count, L.SpanMean, L.SpanVariance, L.SpanSD, false);
+}
+
+void LifeTableEngine::Life02Gosub410() {
+  FlowEngine("Life02Gosub410");
+  auto& L = W.lifeTable;
+  const auto& C = W.cohort;
+  const int N = C.CohortSize;
+  const double tu = S.settings.TimeUnit;
+  for (int t = 1; t <= S.header.TypeCount; ++t) {
+    const std::string& code = S.header.TypeCode(t);
+    int count = 0;
+    double s = 0, q = 0;
+    for (int i = 1; i <= N; ++i) {
+      if (C.IndividualSex(i) != code) continue;
+      double span = 0;
+      bool whole = true;
+      for (int j = L.SpanFirstStage; j <= L.SpanLastStage; ++j) {
+        const double D = C.StageDuration(i, j);
+        if (D <= 0) {
+          whole = false;
+          break;
+        }
+        span += D;
+      }
+      if (!whole) continue;
+      ++count;
+      s += TimeUnitToDays(span, tu);
+      q += (tu * span) * (tu * span);
+    }
+    L.TypeSpanCount(t) = count;
+    ApplyStatistics(s, q, count, L.TypeSpanMean(t), L.TypeSpanVariance(t), L.TypeSpanSD(t));
+  }
+}
+
+void LifeTableEngine::Life02Gosub660() {
+  FlowEngine("Life02Gosub660");
+  auto& L = W.lifeTable;
+  const auto& C = W.cohort;
+  const int m = S.header.StageCount;
+  const int N = C.CohortSize;
+  const bool resampling = W.run.IsResamplingFlag == "y";
+
+  // Total fecundity of every female: her list up to the closing mark.
+  int females = 0;
+  double s = 0, q = 0;
+  for (int i = 1; i <= N; ++i) {
+    if (C.IndividualSex(i) != "F") continue;
+    const double d = C.StageDuration(i, m);
+    double total = 0;
+    for (long x = 1; x <= d + 1; ++x) {
+      const double e = C.Fecundity(i, x);
+      if (e < 0) break;
+      total += e;
+    }
+    ++females;
+    s += total;
+    q += total * total;
+  }
+  L.FemaleFecundityCount = females;
+  L.FemaleFecunditySum = s;
+  if (females == 0) return;
+  ApplyStatistics(s, q, females, L.FemaleFecundityMean, L.FemaleFecundityVariance,
+                  L.FemaleFecunditySD);
+
+  if (!resampling) {
+    S.lifeTable.OriginalMeanFecundity = L.FemaleFecundityMean;
+    char text[64];
+    std::snprintf(text, sizeof text, "%.4f", RoundDisplay(L.FemaleFecundityMean, 4));
+    P.Status("txtMeanfecundity", text);
+    S.lifeTable.OriginalFemaleCount = females;
+    if (females < S.header.CohortSizeRead) S.options.SingleType = "No";
+  }
+
+  // Reproductive females: a positive value before the closing mark.
+  int reproductive = 0;
+  s = q = 0;
+  for (int i = 1; i <= N; ++i) {
+    if (C.IndividualSex(i) != "F") continue;
+    const double d = C.StageDuration(i, m);
+    double total = 0;
+    bool laid = false;
+    for (long x = 1; x <= d; ++x) {
+      const double e = C.Fecundity(i, x);
+      if (e < 0) break;
+      if (e > 0) laid = true;
+      total += e;
+    }
+    if (!laid) continue;
+    ++reproductive;
+    s += total;
+    q += total * total;
+  }
+  L.ReproductiveCount = reproductive;
+  if (reproductive == 0) return;
+  ApplyStatistics(s, q, reproductive, L.ReproductiveMean, L.ReproductiveVariance,
+                  L.ReproductiveSD);
+}
+
+}  // namespace korvan

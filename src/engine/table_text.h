@@ -1,0 +1,23 @@
+#pragma once
+// Cell texts of the tables of the main output.
+#include <cmath>
+#include <string>
+
+#include "text/numbers.h"
+
+namespace korvan {
+
+// A number of a table at a fixed count of decimals; beyond plus or minus 10,000, whole.
+inline std::string FixedText(double v, int decimals) {
+  if (std::fabs(v) >= 10000) decimals = 0;
+  return PrintNumber(RoundDisplay(v, decimals));
+}
+
+// A cell of an age-stage table: 4 decimals up to 1, 2 up to 300, 1 up to 3000, else whole.
+inline std::string CellText(double v) {
+  const double a = std::fabs(v);
+  const int decimals = a <= 1 ? 4 : a <= 300 ? 2 : a <= 3000 ? 1 : 0;
+  return PrintNumber(RoundDisplay(v, decimals));
+}
+
+}  // namespace korvan

@@ -1,0 +1,155 @@
+// Stage-duration statistics, spans and fecundity statistics of a cohort.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "engine/engine_cohort.h"
+#include "engine/life_table_engine.h"
+
+namespace korvan {
+namespace {
+
+using test::ListPrompts;
+using test::LoadCohort;
+using test::Member;
+
+// 1 F 2,3,4 (eggs 0,5,3,0); 2 M 2,2,3; 3 N 1,-2; 4 N -1.
+std::vector<Member> HandCohort() {
+  return {{"F", {2, 3, 4}, {0, 5, 3, 0}}, {"M", {2, 2, 3}, {}}, {"N", {1, -2}, {}}, {"N", {-1}, {}}};
+}
+
+TEST(StageStatistics, HandCohortInTheBasicRun) {
+  SessionStore S;
+  ListPrompts P;
+  LifeTableEngine E(S, P);
+  LoadCohort(S, 3, HandCohort());
+  E.Life01();
+  E.Life02();
+  const auto& L = S.ws.lifeTable;
+  // S1: 2, 2, 1 -> mean 5/3, variance (9 - 25/3)/2 = 1/3.
+  EXPECT_EQ(L.StageSurvivors(1), 3);
+  EXPECT_DOUBLE_EQ(L.StageMean(1), 5.0 / 3);
+  EXPECT_NEAR(L.StageVariance(1), 1.0 / 3, 1e-15);
+  EXPECT_EQ(L.StageSurvivors(2), 2);
+  EXPECT_DOUBLE_EQ(L.StageMean(2), 2.5);
+  EXPECT_DOUBLE_EQ(L.StageMean(3), 3.5);
+  // Birth to the end of S2: 5 and 4 (individual 3 died in S2 and drops out).
+  EXPECT_EQ(L.CumSurvivors(2), 2);
+  EXPECT_DOUBLE_EQ(L.CumMean(2), 4.5);
+  EXPECT_DOUBLE_EQ(L.CumMean(3), 8);
+  EXPECT_DOUBLE_EQ(L.CumulativeDuration(3, 3), 1);  // as far as it came
+  EXPECT_DOUBLE_EQ(L.PreadultSurvival, 0.5);
+  EXPECT_DOUBLE_EQ(S.lifeTable.PreadultMeanTime, 4.5);
+  EXPECT_EQ(S.lifeTable.OriginalStageSurvivors(1), 3);
+  EXPECT_DOUBLE_EQ(S.lifeTable.OriginalCumMean(1), 5.0 / 3);
+  EXPECT_EQ(S.ws.tables.LastAge, 8);
+
+  // Deaths by stage, sexes of the adults.
+  EXPECT_EQ(L.StageDeaths(1), 1);
+  EXPECT_EQ(L.StageDeaths(2), 1);
+  EXPECT_EQ(L.StageDeathsRest(2), 2);
+  EXPECT_EQ(L.StageDeaths(3), 1);
+  EXPECT_EQ(L.StageDeaths(4), 1);
+  EXPECT_EQ(L.FemaleCount, 1);
+  EXPECT_EQ(L.MaleCountAdult, 1);
+  EXPECT_EQ(L.NTypeCountAdult, 2);
+  EXPECT_DOUBLE_EQ(L.FemaleRate, 0.25);
+  EXPECT_DOUBLE_EQ(L.MalesPerFemale, 1);
+  EXPECT_DOUBLE_EQ(L.FemaleShare, 0.5);
+  EXPECT_DOUBLE_EQ(L.TypeStageMean(1, 3), 4);
+  EXPECT_DOUBLE_EQ(L.TypeCumMean(2, 2), 4);
+  EXPECT_DOUBLE_EQ(L.PreadultTime(1), 5);
+
+  // Span S1..S2: individuals 1 and 2, 5 and 4 days.
+  EXPECT_EQ(L.SpanFirstStage, 1);
+  EXPECT_EQ(L.SpanLastStage, 2);
+  EXPECT_EQ(L.SpanCount, 2);
+  EXPECT_DOUBLE_EQ(L.SpanMean, 4.5);
+  EXPECT_EQ(L.SpanIndividual(2), 2);
+  EXPECT_DOUBLE_EQ(L.SpanValue(1), 5);
+  EXPECT_EQ(L.TypeSpanCount(1), 1);
+
+  // Fecundity: one female with 8 eggs; more than one type in the cohort.
+  EXPECT_EQ(L.FemaleFecundityCount, 1);
+  EXPECT_DOUBLE_EQ(L.FemaleFecundityMean, 8);
+  EXPECT_EQ(L.ReproductiveCount, 1);
+  EXPECT_DOUBLE_EQ(S.lifeTable.OriginalMeanFecundity, 8);
+  EXPECT_EQ(S.options.SingleType, "No");
+  ASSERT_FALSE(P.status.empty());
+  EXPECT_EQ(P.status.back().first, "txtMeanfecundity");
+  EXPECT_EQ(P.status.back().second, "8.0000");
+}
+
+TEST(StageStatistics, TimeUnitRuleAndValuesKeptWhereNothingIsComputed) {
+  SessionStore S;
+  ListPrompts P;
+  LifeTableEngine E(S, P);
+  LoadCohort(S, 3, HandCohort());
+  S.settings.TimeUnit = 0.3;  // a fraction: days are D / 3, squares (0.3 D)^2
+  S.ws.lifeTable.TypeStageMean(2, 1) = 99;
+  E.Life01();
+  const auto& L = S.ws.lifeTable;
+  EXPECT_DOUBLE_EQ(L.StageMean(1), 5.0 / 9);
+  // Q = 0.09 * (4 + 4 + 1) = 0.81 is below S*S/n = 25/27: the variance is raised to 0.
+  EXPECT_EQ(L.StageVariance(1), 0);
+  // One value: the mean only; the variance stands as it was.
+  EXPECT_DOUBLE_EQ(L.TypeStageMean(1, 3), 4.0 / 3);
+  EXPECT_DOUBLE_EQ(L.TypeStageVariance(1, 3), 0);
+
+  // A span whose second stage has no name in the file drops every individual.
+  S.header.SpecialGroup(2) = "Adult";
+  S.ws.lifeTable.SpanMean = 7;
+  E.Life02Gosub80();
+  EXPECT_EQ(L.SpanFirstStage, 0);
+  EXPECT_EQ(L.SpanCount, 0);
+  EXPECT_EQ(L.SpanMean, 7);
+
+  // No males: the Basic form keeps a stale mean of an empty type, the replicate form clears.
+  LoadCohort(S, 3, {{"F", {1, 1, 1}, {1}}, {"N", {-1}, {}}});
+  S.settings.TimeUnit = 1;
+  S.ws.lifeTable.TypeStageMean(2, 1) = 99;
+  E.Life01();
+  EXPECT_EQ(L.TypeStageMean(2, 1), 99);
+  S.ws.run.IsResamplingFlag = "y";
+  S.ws.run.Boot = 2;
+  E.Life01();
+  EXPECT_EQ(L.TypeStageMean(2, 1), 0);
+  auto& B = S.lifeTable.BootLists();
+  EXPECT_DOUBLE_EQ(B.BootStageMean(1, 2), 1);
+  EXPECT_DOUBLE_EQ(B.BootTypeStageMean(1, 3, 2), 1);
+  EXPECT_DOUBLE_EQ(B.BootPreadultSurvival(2), 0.5);
+  EXPECT_DOUBLE_EQ(B.BootCumMean(3, 2), 3);
+  // The Basic Run's values (of the second cohort) stand.
+  EXPECT_DOUBLE_EQ(S.lifeTable.OriginalStageMean(1), 1);
+  EXPECT_EQ(S.lifeTable.OriginalStageSurvivors(1), 1);
+}
+
+TEST(StageStatistics, FecundityOfFemalesWithoutEggsAndOfAReplicate) {
+  SessionStore S;
+  ListPrompts P;
+  LifeTableEngine E(S, P);
+  // Two females, one without eggs: all females 2 (mean 3), reproductive 1 (mean 6).
+  LoadCohort(S, 2, {{"F", {1, 3}, {2, 4}}, {"F", {1, 2}, {}}});
+  E.Life01();
+  E.Life02();
+  const auto& L = S.ws.lifeTable;
+  EXPECT_EQ(L.FemaleFecundityCount, 2);
+  EXPECT_DOUBLE_EQ(L.FemaleFecundityMean, 3);
+  EXPECT_DOUBLE_EQ(L.FemaleFecunditySD, std::sqrt(18.0));
+  EXPECT_EQ(L.ReproductiveCount, 1);
+  EXPECT_DOUBLE_EQ(L.ReproductiveMean, 6);
+  EXPECT_EQ(S.options.SingleType, "");  // all read individuals are females
+
+  // In a replicate nothing is kept as the original and the console isn't touched.
+  const auto shown = P.status.size();
+  S.ws.run.IsResamplingFlag = "y";
+  S.ws.run.Boot = 1;
+  LoadCohort(S, 2, {{"F", {1, 3}, {2, 4}}, {"F", {1, 3}, {2, 4}}});
+  E.Life02();
+  EXPECT_DOUBLE_EQ(L.FemaleFecundityMean, 6);
+  EXPECT_DOUBLE_EQ(S.lifeTable.OriginalMeanFecundity, 3);
+  EXPECT_EQ(P.status.size(), shown);
+}
+
+}  // namespace
+}  // namespace korvan

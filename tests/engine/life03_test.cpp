@@ -1,0 +1,235 @@
+// The walk of the cohort into n(x,j), g(x,j), d(x,j), and f(x,j), s(x,j) after it.
+#include <gtest/gtest.h>
+
+#include "engine/engine_cohort.h"
+#include "engine/life_table_engine.h"
+
+namespace korvan {
+namespace {
+
+using test::ListPrompts;
+using test::LoadCohort;
+using test::Member;
+
+// Four individuals, stages S1, S2 and the adult stage (m = 3):
+//   1 F  2, 3, 4   eggs 0, 5, 3, 0 on adult days 1..4
+//   2 M  2, 2, 3
+//   3 N  1, -2     (dies after 2 days in S2)
+//   4 N  -1        (its only day is age 0)
+// Walked by hand, day by day:
+//   n(0,1)=4; n(1,1)=2, n(1,2)=1 (3 moved); n(2,2)=3 (1, 2 moved; 3 on its last day);
+//   n(3,2)=2; n(4,2)=1, n(4,male)=1 (2 emerged); n(5,F)=1 (1 emerged), n(5,male)=1;
+//   n(6,F)=1, n(6,male)=1; n(7,F)=1; n(8,F)=1.  LastAge = 9 - 1 = 8.
+//   g(0,1)=2/4, g(1,2)=1/1, g(2,2)=2/3, g(3,2)=1/2, g(4,male)=1, g(5,F)=g(6,F)=g(7,F)=1,
+//   g(5,male)=1.  d(0,1)=1/4, d(1,1)=2/2, d(4,2)=1/1 (to the female stage),
+//   d(3,3)=1/2 (to the male stage, kept on row m).
+//   Female eggs on the age axis: she became adult at age 5, so 0, 5, 3, 0 fall on 5..8.
+std::vector<Member> HandCohort() {
+  return {{"F", {2, 3, 4}, {0, 5, 3, 0}}, {"M", {2, 2, 3}, {}}, {"N", {1, -2}, {}}, {"N", {-1}, {}}};
+}
+
+struct Engine {
+  SessionStore S;
+  ListPrompts P;
+  LifeTableEngine E{S, P};
+};
+
+TEST(Walk, HandCohortGivesTheCountsAndTransitionsWorkedOutByHand) {
+  Engine e;
+  LoadCohort(e.S, 3, HandCohort());
+  e.E.Life01();
+  e.E.Life03();
+  const auto& T = e.S.ws.tables;
+  ASSERT_EQ(T.LastAge, 8);
+
+  const double n[9][5] = {{0, 4, 0, 0, 0}, {0, 2, 1, 0, 0}, {0, 0, 3, 0, 0}, {0, 0, 2, 0, 0}, {0, 0, 1, 0, 1},
+                          {0, 0, 0, 1, 1}, {0, 0, 0, 1, 1}, {0, 0, 0, 1, 0}, {0, 0, 0, 1, 0}};
+  for (int x = 0; x <= 8; ++x)
+    for (int j = 1; j <= 4; ++j) EXPECT_EQ(T.Nxj(x, j), n[x][j]) << "n(" << x << "," << j << ")";
+
+  EXPECT_DOUBLE_EQ(T.Gxj(0, 1), 0.5);
+  EXPECT_DOUBLE_EQ(T.Gxj(1, 2), 1);
+  EXPECT_DOUBLE_EQ(T.Gxj(2, 2), 2.0 / 3);
+  EXPECT_DOUBLE_EQ(T.Gxj(3, 2), 0.5);
+  EXPECT_DOUBLE_EQ(T.Gxj(4, 4), 1);
+  EXPECT_DOUBLE_EQ(T.Gxj(7, 3), 1);
+  EXPECT_DOUBLE_EQ(T.Gxj(8, 3), 0);  // the female's last day
+  EXPECT_DOUBLE_EQ(T.Dxj(0, 1), 0.25);
+  EXPECT_DOUBLE_EQ(T.Dxj(1, 1), 1);
+  EXPECT_DOUBLE_EQ(T.Dxj(4, 2), 1);
+  EXPECT_DOUBLE_EQ(T.Dxj(3, 3), 0.5);
+  EXPECT_DOUBLE_EQ(T.Dxj(3, 2), 0);
+
+  // Total individual-days equal the sum of the longevities 9 + 7 + 3 + 1.
+  EXPECT_EQ(e.S.ws.lifeTable.SumNxj, 20);
+
+  // Fecundity moves to ages 5..8; f is per female alive, the total kept beside it.
+  const auto& L = e.S.ws.lifeTable;
+  EXPECT_EQ(T.Fxj(6, 3), 5);
+  EXPECT_EQ(T.Fxj(7, 3), 3);
+  EXPECT_EQ(T.Fxj(5, 3), 0);
+  EXPECT_EQ(L.FxjCumulative(7), 8);
+  EXPECT_EQ(L.StageFecundityTotal(3), 8);
+  for (int x = 0; x <= 8; ++x) {
+    EXPECT_EQ(T.Fxj(x, 1), 0);
+    EXPECT_EQ(T.Fxj(x, 4), 0);
+  }
+
+  // s(x,j) = n(x,j)/N, the age ranges of the stages, the mean longevity.
+  EXPECT_DOUBLE_EQ(T.Sxj(2, 2), 0.75);
+  EXPECT_DOUBLE_EQ(T.Sxj(4, 4), 0.25);
+  EXPECT_EQ(L.StageFirstAge(1), 0);
+  EXPECT_EQ(L.StageLastAge(1), 1);
+  EXPECT_EQ(L.StageFirstAge(2), 1);
+  EXPECT_EQ(L.StageLastAge(2), 4);
+  EXPECT_EQ(L.StageFirstAge(3), 5);
+  EXPECT_EQ(L.StageLastAge(3), 8);
+  EXPECT_EQ(L.StageFirstAge(4), 4);
+  EXPECT_EQ(L.StageLastAge(4), 6);
+  EXPECT_DOUBLE_EQ(L.MeanLongevitySum, 5);
+  EXPECT_DOUBLE_EQ(L.StageSxSum(3), 1);
+}
+
+TEST(Walk, SingleIndividualsCountTheirDaysWhereTheyLivedThem) {
+  // Durations 2, 3, 4 with m = 3: n(0,1), n(1,1), n(2..4,2), n(5..8,3), nine days in all.
+  {
+    Engine e;
+    LoadCohort(e.S, 3, {{"F", {2, 3, 4}, {}}});
+    e.E.Life01();
+    e.E.Life03();
+    const auto& T = e.S.ws.tables;
+    const int stage[9] = {1, 1, 2, 2, 2, 3, 3, 3, 3};
+    double total = 0;
+    for (int x = 0; x <= 8; ++x) {
+      for (int j = 1; j <= 4; ++j) {
+        EXPECT_EQ(T.Nxj(x, j), j == stage[x] ? 1 : 0) << x << "," << j;
+        total += T.Nxj(x, j);
+      }
+    }
+    EXPECT_EQ(total, e.S.ws.cohort.TotalLongevity(1));
+  }
+  // "1,N,-1": only age 0, no count in S1's survivors. An adult of duration 1 counts one day
+  // in its adult row, and g of the adult row gets nothing for it.
+  {
+    Engine e;
+    LoadCohort(e.S, 2, {{"N", {-1}, {}}, {"F", {2, 1}, {4}}, {"M", {2, 1}, {}}});
+    e.E.Life01();
+    e.E.Life03();
+    const auto& T = e.S.ws.tables;
+    EXPECT_EQ(T.Nxj(0, 1), 3);
+    EXPECT_EQ(T.Nxj(1, 1), 2);
+    EXPECT_EQ(e.S.ws.lifeTable.StageSurvivors(1), 2);
+    EXPECT_EQ(T.Nxj(2, 2), 1);  // the female on her one adult day
+    EXPECT_EQ(T.Nxj(2, 3), 1);  // the male on his
+    for (int x = 0; x <= 2; ++x) {
+      EXPECT_EQ(T.Gxj(x, 2), 0);
+      EXPECT_EQ(T.Gxj(x, 3), 0);
+    }
+    EXPECT_EQ(T.Nxj(3, 2) + T.Nxj(3, 3), 0);
+    EXPECT_EQ(T.Fxj(2, 2), 4);
+  }
+}
+
+TEST(Walk, OneStageCohortOnlyWalksTheAdultStage) {
+  // m = 1: every individual is adult from birth; the female's eggs fall from age 0 on, and
+  // the row of the second adult stage stays empty in a cohort of females.
+  Engine e;
+  LoadCohort(e.S, 1, {{"F", {3}, {2, 0, 1}}, {"F", {1}, {6}}});
+  e.E.Life01();
+  e.E.Life03();
+  const auto& T = e.S.ws.tables;
+  EXPECT_EQ(T.LastAge, 2);
+  EXPECT_EQ(T.Nxj(0, 1), 2);
+  EXPECT_EQ(T.Nxj(1, 1), 1);
+  EXPECT_EQ(T.Nxj(2, 1), 1);
+  EXPECT_DOUBLE_EQ(T.Gxj(0, 1), 0.5);
+  for (int x = 0; x <= 3; ++x) EXPECT_EQ(T.Nxj(x, 2), 0);
+  EXPECT_DOUBLE_EQ(T.Fxj(0, 1), 4);  // (2 + 6) / 2
+  EXPECT_DOUBLE_EQ(T.Fxj(2, 1), 1);
+  EXPECT_DOUBLE_EQ(e.S.ws.lifeTable.FxjCumulative(2), 9);
+}
+
+TEST(Walk, RepeatedPassesStartFromClearedTablesAndAStageNobodyReachedKeepsItsRange) {
+  Engine e;
+  LoadCohort(e.S, 3, HandCohort());
+  e.E.Life01();
+  e.E.Life03();
+  // A second cohort with no male: the male stage keeps the range 4..6 of the first pass,
+  // while its counts are gone.
+  LoadCohort(e.S, 3, {{"F", {1, 1, 2}, {1, 1}}, {"N", {1, -1}, {}}});
+  e.E.Life01();
+  e.E.Life03();
+  const auto& T = e.S.ws.tables;
+  const auto& L = e.S.ws.lifeTable;
+  EXPECT_EQ(T.LastAge, 3);
+  EXPECT_EQ(L.StageFirstAge(4), 4);
+  EXPECT_EQ(L.StageLastAge(4), 6);
+  double male = 0, all = 0;
+  for (int x = 0; x <= 4; ++x) {
+    male += T.Nxj(x, 4);
+    for (int j = 1; j <= 4; ++j) all += T.Nxj(x, j);
+  }
+  EXPECT_EQ(male, 0);
+  EXPECT_EQ(all, 4 + 2);
+  EXPECT_DOUBLE_EQ(T.Gxj(0, 1), 0);
+  EXPECT_DOUBLE_EQ(T.Dxj(0, 1), 1);
+}
+
+// An independent route: from s(0,1) = 1, project forward with g and d only (female stage
+// entered from m-1 by d(x,m-1), male stage from m-1 by d(x,m)); every cell must come back to
+// n(x,j)/N. Checked on a cohort of 60 individuals made by a fixed rule.
+TEST(Walk, SurvivalRebuiltFromGrowthAndDevelopmentEqualsCountsOverN) {
+  std::vector<Member> members;
+  unsigned seed = 12345;
+  auto next = [&](int range) {
+    seed = seed * 1103515245u + 12345u;
+    return static_cast<int>((seed >> 16) % static_cast<unsigned>(range));
+  };
+  const int m = 4;
+  for (int i = 0; i < 60; ++i) {
+    Member mb;
+    const int fate = next(10);
+    if (fate < 3) {  // dies in a preadult stage
+      const int stage = 1 + next(m - 1);
+      for (int j = 1; j < stage; ++j) mb.durations.push_back(1 + next(4));
+      mb.durations.push_back(-(1 + next(3)));
+      mb.sex = "N";
+    } else {
+      for (int j = 1; j < m; ++j) mb.durations.push_back(1 + next(4));
+      mb.durations.push_back(1 + next(8));
+      mb.sex = fate < 7 ? "F" : "M";
+      if (mb.sex == "F")
+        for (int d = 0; d < mb.durations.back(); ++d) mb.fecundity.push_back(next(6));
+    }
+    members.push_back(mb);
+  }
+  SessionStore S;
+  ListPrompts P;
+  LifeTableEngine E(S, P);
+  LoadCohort(S, m, members);
+  E.Life01();
+  E.Life03();
+  const auto& T = S.ws.tables;
+  const int last = T.LastAge;
+  const int N = S.ws.cohort.CohortSize;
+  std::vector<std::vector<double>> s(static_cast<std::size_t>(last + 1), std::vector<double>(m + 2, 0));
+  s[0][1] = 1;
+  for (int x = 1; x <= last; ++x) {
+    auto& now = s[static_cast<std::size_t>(x)];
+    const auto& before = s[static_cast<std::size_t>(x - 1)];
+    for (int j = 1; j <= m + 1; ++j) {
+      double v = T.Gxj(x - 1, j) * before[static_cast<std::size_t>(j)];
+      if (j >= 2 && j <= m - 1) v += T.Dxj(x - 1, j - 1) * before[static_cast<std::size_t>(j - 1)];
+      if (j == m) v += T.Dxj(x - 1, m - 1) * before[static_cast<std::size_t>(m - 1)];
+      if (j == m + 1) v += T.Dxj(x - 1, m) * before[static_cast<std::size_t>(m - 1)];
+      now[static_cast<std::size_t>(j)] = v;
+    }
+  }
+  for (int x = 0; x <= last; ++x)
+    for (int j = 1; j <= m + 1; ++j)
+      EXPECT_NEAR(s[static_cast<std::size_t>(x)][static_cast<std::size_t>(j)], T.Nxj(x, j) / N, 1e-12)
+          << "x=" << x << " j=" << j;
+}
+
+}  // namespace
+}  // namespace korvan

@@ -1,0 +1,279 @@
+// Survival, mortality, l(x), median ages, stage rates and the replicate's results.
+#include <gtest/gtest.h>
+
+#include "engine/engine_cohort.h"
+#include "engine/life_table_engine.h"
+#include "store/faults.h"
+#include "support/test_support.h"
+
+namespace korvan {
+namespace {
+
+using test::ListPrompts;
+using test::LoadCohort;
+using test::Member;
+
+// 1 F 2,3,4; 2 M 2,2,3; 3 N 1,-2; 4 N -1 (n(x,j) worked out in the walk's test).
+std::vector<Member> HandCohort() {
+  return {{"F", {2, 3, 4}, {0, 5, 3, 0}}, {"M", {2, 2, 3}, {}}, {"N", {1, -2}, {}}, {"N", {-1}, {}}};
+}
+
+struct EngineRun {
+  SessionStore S;
+  ListPrompts P;
+  LifeTableEngine E{S, P};
+  explicit EngineRun(const std::vector<Member>& cohort, int m = 3) {
+    LoadCohort(S, m, cohort);
+    S.ws.run.IsResamplingFlag = "y";  // the computing steps only
+  }
+  void Engine() {
+    E.Life01();
+    E.Life03();
+    E.Life04();
+  }
+};
+
+TEST(Survival, HandCohortGivesPQMortalityAndLx) {
+  EngineRun r(HandCohort());
+  r.S.ws.run.IsResamplingFlag = "n";
+  r.S.settings.SpecificAge = 4;
+  r.E.Life01();
+  r.E.Life02();
+  r.E.Life03();
+  r.E.Life04Gosub0290();
+  const auto& T = r.S.ws.tables;
+  const auto& L = r.S.ws.lifeTable;
+  // S1 is below m-1: p = g + d. p(0,1) = 1/2 + 1/4.
+  EXPECT_DOUBLE_EQ(T.Pxj(0, 1), 0.75);
+  EXPECT_DOUBLE_EQ(T.Qxj(0, 1), 0.25);
+  EXPECT_DOUBLE_EQ(T.Pxj(1, 1), 1);
+  // S2 is m-1: both adult moves count. p(3,2) = g 1/2 + d(3,3) 1/2 (the male's move).
+  EXPECT_DOUBLE_EQ(T.Pxj(3, 2), 1);
+  EXPECT_DOUBLE_EQ(T.Pxj(4, 2), 1);
+  EXPECT_NEAR(T.Qxj(2, 2), 1.0 / 3, 1e-15);
+  // Adults: p = g; the last day of each sex is a certain death.
+  EXPECT_DOUBLE_EQ(T.Qxj(8, 3), 1);
+  EXPECT_DOUBLE_EQ(T.Qxj(6, 4), 1);
+  EXPECT_DOUBLE_EQ(T.Qxj(5, 4), 0);
+  // Distribution of mortality: one death of four in each stage; it sums to 1.
+  for (int j = 1; j <= 4; ++j) EXPECT_NEAR(L.StageDeathProb(j), 0.25, 1e-15) << j;
+  EXPECT_NEAR(L.PreadultDeathProb, 0.5, 1e-15);
+  EXPECT_NEAR(r.S.lifeTable.OriginalPreadultDeathProb, 0.5, 1e-15);
+  const int deaths[9] = {1, 0, 1, 0, 0, 0, 1, 0, 1};
+  for (int x = 0; x <= 8; ++x) EXPECT_EQ(L.AgeDeaths(x), deaths[x]) << x;
+  // l(x) from the survivors 4,3,3,2,2,2,2,1,1.
+  const double lx[9] = {1, .75, .75, .5, .5, .5, .5, .25, .25};
+  for (int x = 0; x <= 8; ++x) {
+    EXPECT_DOUBLE_EQ(T.Lx(x), lx[x]) << x;
+    EXPECT_DOUBLE_EQ(r.S.basic.OriginalLx(x), lx[x]);
+    EXPECT_DOUBLE_EQ(L.OneMinusLx(x), 1 - lx[x]);
+  }
+  EXPECT_DOUBLE_EQ(r.S.lifeTable.LxAtSpecificAge, 0.5);
+  EXPECT_DOUBLE_EQ(r.S.lifeTable.MedianAge, 3);
+  // Stage rates: entry 1, 3/4, 1/4, 1/4; S1 -> S2 3/4; S2 -> adult (1+1)/(4*3/4).
+  EXPECT_DOUBLE_EQ(L.StageEntry(2), 0.75);
+  EXPECT_DOUBLE_EQ(L.StageEntry(3), 0.25);
+  EXPECT_DOUBLE_EQ(L.StageEntry(4), 0.25);
+  EXPECT_DOUBLE_EQ(L.StageSurvival(2), 0.5);
+  EXPECT_DOUBLE_EQ(L.StageSurvival(3), 0);
+  EXPECT_DOUBLE_EQ(L.StageToNext(1), 0.75);
+  EXPECT_DOUBLE_EQ(L.StageToNext(2), 2.0 / 3);
+  EXPECT_DOUBLE_EQ(r.S.lifeTable.OriginalStageToNext(2), 2.0 / 3);
+  EXPECT_DOUBLE_EQ(L.MeanFecundityFromF, 8);
+}
+
+TEST(Survival, TwoStagesOfFemalesAndTheMedianInFractionalTimeUnits) {
+  // m = 2, females only: p(x,1) = g + d(x,1) + d(x,2), with d(x,2) = 0.
+  {
+    EngineRun r({{"F", {2, 2}, {}}, {"F", {1, 1}, {}}, {"N", {-2}, {}}}, 2);
+    r.Engine();
+    const auto& T = r.S.ws.tables;
+    EXPECT_DOUBLE_EQ(T.Gxj(0, 1), 2.0 / 3);
+    EXPECT_DOUBLE_EQ(T.Dxj(0, 1), 1.0 / 3);
+    EXPECT_DOUBLE_EQ(T.Pxj(0, 1), 1);
+    EXPECT_DOUBLE_EQ(T.Pxj(1, 1), 0.5);  // g 0 + d(1,1) 1/2, the other one died
+    for (int x = 0; x <= 3; ++x) EXPECT_EQ(T.Dxj(x, 2), 0);
+  }
+  // l(x) is exactly 0.5 from age 10 on: the median is 10 time units, in days 10 with a time
+  // unit of 1 and 10/3 = 3.33 with 0.3.
+  for (double tu : {1.0, 0.3, 0.5}) {
+    EngineRun r({{"F", {10}, {}}, {"F", {20}, {}}}, 1);
+    r.S.ws.run.IsResamplingFlag = "n";
+    r.S.settings.TimeUnit = tu;
+    r.S.settings.SpecificSurvival = 0.4;  // never reached: LastAge, unrounded
+    r.E.Life01();
+    r.E.Life03();
+    r.E.Life04Gosub0290();
+    const double median = tu == 1 ? 10 : tu == 0.3 ? 3.33 : 5;
+    EXPECT_DOUBLE_EQ(r.S.lifeTable.MedianAge, median) << tu;
+    const double last = tu == 0.3 ? 19.0 / 3 : 19 * tu;
+    EXPECT_DOUBLE_EQ(r.S.lifeTable.SpecificSurvivalAge, last) << tu;
+  }
+}
+
+TEST(Survival, ReplicatesFileTheirResultsUnderTheirNumberAndSumLx) {
+  SessionStore S;
+  ListPrompts P;
+  LifeTableEngine E(S, P);
+  S.settings.SpecificAge = 1;
+  S.settings.SpecificSurvival = 0.3;
+  S.lifeTable.OriginalLastAge = 4;  // the Basic EngineRun's last age
+  S.ws.run.IsResamplingFlag = "y";
+  S.ws.run.ResampleKind = "b";
+  // Replicate 1: l = 1, 1, .5, .5 (LastAge 3). Replicate 2: l = 1, .5 (LastAge 1).
+  LoadCohort(S, 1, {{"F", {2}, {}}, {"F", {4}, {}}});
+  S.ws.run.Boot = 1;
+  E.Life01();
+  E.Life03();
+  E.Life04();
+  LoadCohort(S, 1, {{"F", {1}, {}}, {"F", {2}, {}}});
+  S.ws.run.Boot = 2;
+  E.Life01();
+  E.Life03();
+  E.Life04();
+  auto& B = S.lifeTable.BootLists();
+  EXPECT_DOUBLE_EQ(B.BootLxAtSpecificAge(1), 1);
+  EXPECT_DOUBLE_EQ(B.BootLxAtSpecificAge(2), 0.5);
+  EXPECT_DOUBLE_EQ(B.BootMedianAge(1), 2);
+  EXPECT_DOUBLE_EQ(B.BootMedianAge(2), 1);
+  EXPECT_DOUBLE_EQ(B.BootSpecificSurvivalAge(1), 3);  // l(3) = .5 > .3: LastAge
+  EXPECT_DOUBLE_EQ(B.BootStageDeathProb(1, 2), 1);
+  const auto& L = S.ws.lifeTable;
+  const double sum[6] = {2, 1.5, .5, .5, 0, 0};
+  const double sq[6] = {2, 1.25, .25, .25, 0, 0};
+  const double hi[6] = {1, 1, .5, .5, 0, 0};
+  const double lo[6] = {1, .5, 0, 0, 0, 0};
+  for (int x = 0; x <= 5; ++x) {
+    EXPECT_DOUBLE_EQ(L.LxSum(x), sum[x]) << x;
+    EXPECT_DOUBLE_EQ(L.LxSumSquares(x), sq[x]) << x;
+    EXPECT_DOUBLE_EQ(L.LxMax(x), hi[x]) << x;
+    EXPECT_DOUBLE_EQ(L.LxMin(x), lo[x]) << x;
+  }
+  EXPECT_EQ(L.LxReplicates, 2);
+  // A jackknife pass adds nothing to the sums; the Basic EngineRun's l(x) stands untouched.
+  S.ws.run.ResampleKind = "j";
+  S.ws.run.Boot = 3;
+  E.Life04();
+  EXPECT_EQ(L.LxReplicates, 2);
+  EXPECT_EQ(S.basic.OriginalLx(0), 0);
+}
+
+TEST(Survival, AReplicateThatRunsOutOfIndividualsAsksWhetherToGoOn) {
+  auto make = [](EngineRun& r) {
+    r.S.ws.run.Boot = 7;
+    r.S.ws.run.ResampleKind = "b";
+    r.E.Life01();
+    r.E.Life02();
+    r.S.ws.tables.LastAge = 10;  // the replicate's individuals are all dead at age 9
+    r.E.Life03();
+  };
+  {
+    EngineRun r(HandCohort());
+    make(r);
+    r.P.answers = {"Yes"};
+    r.E.Life04();
+    ASSERT_EQ(r.P.titles.size(), 1u);
+    EXPECT_EQ(r.P.titles[0], "Error in data file");
+    EXPECT_EQ(r.P.texts[0],
+              "Bootstrap no. 7. Survival rate =0, at age = 9.\nSampled individuals:1 2 3 4 \n"
+              "Effective fecundity =8\nDo you want to continue?\nYes = continue.  No = stop.");
+    EXPECT_EQ(r.S.ws.lifeTable.OneMinusLx(9), 1);
+    // It leaves the step at once: no median filed.
+    EXPECT_EQ(r.S.lifeTable.BootLists().BootMedianAge(7), 0);
+  }
+  {
+    EngineRun r(HandCohort());
+    make(r);
+    r.P.answers = {"No"};
+    EXPECT_THROW(r.E.Life04(), ProgramEnd);
+  }
+}
+
+TEST(Survival, ACohortThatDiesOutInTheFirstStageEndsTheProgram) {
+  test::TempDir dir;
+  EngineRun r({{"N", {-2}, {}}, {"N", {-1}, {}}}, 4);
+  r.S.identity.DataFileBase = dir.file("c");
+  try {
+    r.Engine();
+    FAIL() << "the run should have ended";
+  } catch (const ProgramEnd& e) {
+    EXPECT_EQ(e.message, "All insects died in stage 2. Program ended.");
+    EXPECT_EQ(e.title, "All insects died.");
+  }
+  const std::string sx = test::ReadFile(dir.file("c_1_Fig_Sx.txt"));
+  EXPECT_EQ(sx,
+            "\"Age-stage survival rate\"\nAge,S1,S2,S3,Female,Male\n"
+            "0,1,0,0,0,0\n1,0.5,0,0,0,0\n2, 0, 0, 0, 0, 0\n");
+}
+
+// A Basic EngineRun's tables, numbered through the file, and the figure files by output level.
+TEST(Survival, BasicRunWritesTheTablesAndTheFigureFiles) {
+  test::TempDir dir;
+  auto basic = [&](const std::vector<Member>& cohort, const std::string& level, const std::string& base) {
+    EngineRun r(cohort);
+    r.S.ws.run.IsResamplingFlag = "n";
+    r.S.options.OutputLevel = level;
+    r.S.identity.DataFileBase = dir.file(base);
+    r.S.channels.MainOutput.Open(dir.file(base + "_0A_Life Table_Output.txt"));
+    r.S.channels.MainTableNumber = 2;
+    r.Engine();
+    r.S.channels.MainOutput.Close();
+    return test::ReadFile(dir.file(base + "_0A_Life Table_Output.txt"));
+  };
+  const std::string main = basic(HandCohort(), "Yes", "a");
+  // Tables follow each other with running numbers (there is no consumption table).
+  const char* titles[] = {
+      "Table 3 . Age-stage-specific survival - Actual number (Matrix N)",
+      "Table 4 . Age-stage-specific survival - Actual number (Matrix N) with sum",
+      "Table 5 . Age-stage-specific growth probability g(x,j) (Matrix G)",
+      "Table 8 . Age-stage-specific development number nd(x,j) (Matrix Nd) ",
+      "Table 9 . Age-stage-specific death number (Matrix N-dead)",
+      "Table 10 . Age-stage-specific fecundity f(x,j) (Matrix F)",
+      "Table 12 . Age-stage-specific cumulative total fecundity (Matrix Ft,cumu(x,j))",
+      "Table 15 . Survival rate to each age-stage interval (Matrix S)",
+      "Table 16 . Age-specific survival rate l(x)",
+      "Table 23 . Stage survival rate.  It is the probability that a newborn",
+      "Table 24 . Age-stage specific life expectancy (matrix E)"};
+  std::size_t at = 0;
+  for (const char* t : titles) {
+    const auto found = main.find(t, at);
+    EXPECT_NE(found, std::string::npos) << t;
+    if (found != std::string::npos) at = found;
+  }
+  EXPECT_NE(main.find("Sum[n(x,j)]=  20 . This is the mean longevity of all individuals."), std::string::npos);
+  EXPECT_NE(main.find("Sum[n(x,j)]/ 4 =  5 . It is the mean longevity."), std::string::npos);
+  EXPECT_NE(main.find("Total death =  4 . This must equal to the total individuals  4 ."), std::string::npos);
+  EXPECT_NE(main.find("Ftotal = 8  (Total eggs laid by the whole population)."), std::string::npos);
+  EXPECT_NE(main.find(" Age S1       S2       Female   Male"), std::string::npos);
+  EXPECT_NE(main.find(" Age S1->S2   S2->Fem  S2->Mal  Male"), std::string::npos);
+  EXPECT_NE(main.find("The probability from pupa to female is 0.3333 "), std::string::npos);
+  EXPECT_EQ(main.find("Matrix LTC"), std::string::npos);  // no costs in the file
+
+  for (const char* f : {"_Fig_Gxj.txt", "_Fig_Dxj.txt", "_2b_Fig_Fxj.txt", "_Fig_Age_lx_Kx_qx.txt",
+                        "_1_Fig_Sxj.txt", "_1a_Fig_Nxj.txt", "_0A3_Group-reared life table-3 stages.txt",
+                        "_6b_Fig_Uxj.txt", "_6a_Fig_Qxj.txt", "_6_Fig_Pxj.txt", "_3_Fig_Exj.txt"})
+    EXPECT_TRUE(std::filesystem::exists(dir.file(std::string("a") + f))) << f;
+  const std::string d = test::ReadFile(dir.file("a_Fig_Dxj.txt"));
+  EXPECT_EQ(d.substr(0, d.find('\n', d.find('\n') + 1) + 1),
+            "\"Development transition probability (matrix D)\"\nAge,S1 to S2,S2 to Female,S2 to Male,Male\n");
+  const std::string nxj = test::ReadFile(dir.file("a_1a_Fig_Nxj.txt"));
+  EXPECT_NE(nxj.find("\n4,0,1,0,1\n"), std::string::npos);
+  EXPECT_NE(nxj.find("\n9,0,0,0,0\n"), std::string::npos);
+  const std::string lx = test::ReadFile(dir.file("a_Fig_Age_lx_Kx_qx.txt"));
+  EXPECT_NE(lx.find("\n2,0.75,0.176091259055681,0.333333333333333,0.583333333333333\n"), std::string::npos);
+
+  // Only the major files with "No", none with "Nooutput"; no female: no fecundity tables.
+  const std::string noFemale = basic({{"M", {1, 1, 2}, {}}, {"N", {1, -1}, {}}}, "No", "b");
+  EXPECT_EQ(noFemale.find("(Matrix F)"), std::string::npos);
+  EXPECT_EQ(noFemale.find("Ft(x,j)"), std::string::npos);
+  EXPECT_NE(noFemale.find("(Matrix U)"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(dir.file("b_Fig_Gxj.txt")));
+  EXPECT_TRUE(std::filesystem::exists(dir.file("b_1_Fig_Sxj.txt")));
+  EXPECT_TRUE(std::filesystem::exists(dir.file("b_6_Fig_Pxj.txt")));
+  basic(HandCohort(), "Nooutput", "c");
+  EXPECT_FALSE(std::filesystem::exists(dir.file("c_1_Fig_Sxj.txt")));
+  EXPECT_FALSE(std::filesystem::exists(dir.file("c_3_Fig_Exj.txt")));
+}
+
+}  // namespace
+}  // namespace korvan
