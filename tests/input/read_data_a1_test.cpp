@@ -156,7 +156,7 @@ TEST(ReadDataA1, RegularRunWithFlowRecord) {
   s.S->channels.Flow.Close();
   EXPECT_EQ(test::ReadFile(S.identity.FlowFileName), "Sub CheckDataFile2\nSub CalcuFMpairLessthan2\n");
 
-  // Cancel at the flow question records the bootstrap only: the file exists, no line of A1.
+  // Cancel at the flow question records for the bootstrap: the file is made and stays open.
   Session boot;
   boot.P.Answer(kMinimal, "No").Answer(kFast, "Cancel").Answer(kFlow, "Cancel").Answer(kContribution, "No");
   boot.P.Answer(kExtent, "No").Answer(kRearing, "Yes").Answer(kKind, "1");
