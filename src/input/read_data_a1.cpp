@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 
+#include "engine/basic_run_driver.h"
 #include "input/check_data_file.h"
 #include "input/field_reader.h"
 #include "store/faults.h"
@@ -262,9 +263,7 @@ void ReadDataA1::CalcuFMpairLessthan2() {
   R.FMpairSamples = R.SamplesAll - R.SamplesFemaleLessthan2 - R.SamplesMaleLessthan2 + R.SamplesBothLessthan2;
 }
 
-// Basic Run is started by program after a Fast Run's A1.
-void ReadDataA1::PressBasicRunA2() {
-  // "A2. Basic Run" is not built yet; A2 is then started as its own command.
-}
+// A Fast Run presses "A2. Basic Run" by program: Basic Run starts at once.
+void ReadDataA1::PressBasicRunA2() { BasicRunDriver(S, P, W).cmdBasicRunA2_Click(); }
 
 }  // namespace korvan
