@@ -16,6 +16,7 @@
 #include <string>
 #include <type_traits>
 
+#include "bootstrap/sorting_store.h"
 #include "store/bounded.h"
 #include "store/limits.h"
 
@@ -204,6 +205,8 @@ struct BootstrapRecord {
   BootList<double> SortedR{"SortedR"}, SortedLambda{"SortedLambda"}, SortedR0{"SortedR0"},
       SortedT{"SortedT"}, SortedGRR{"SortedGRR"}, SortedF{"SortedF"}, SortedNfToN{"SortedNfToN"},
       SortedLongevity{"SortedLongevity"};
+  // The sort workspace, the percentile samples and the groups of equal values.
+  SortStore sort;
 
   // --- summaries over the samples 1..E
   BootSummary R, Lambda, R0, T, GRR, F, Longevity, APOP, TPOP, Sa, Nf, Nm, Nn, Nfr, NfToN, NfrToNf,
