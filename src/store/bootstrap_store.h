@@ -150,9 +150,18 @@ struct BootstrapRecord {
   Vec<double, 0, 14> MajorPercentileP{"MajorPercentileP"};
   Vec<std::int32_t, 0, 14> MajorPercentileSample{"MajorPercentileSample"};
   std::string MajorPercentileFile;  // "_0Ac_lx mx of major percentiles in col.txt"
-  // Seed of the run (stated in the report) and the number of workers it ran on.
+  // Their l(x) and m(x) columns as the loop meets them, and the last age of each.
+  Mat<double, 14, kMaxAge> MajorPercentileLx{"MajorPercentileLx"}, MajorPercentileMx{"MajorPercentileMx"};
+  Vec<int, 0, 14> MajorPercentileLastAge{"MajorPercentileLastAge"};
+  // Seed of the run (stated in the report) and the number of workers it ran on. A seed or a
+  // number of threads asked for from outside the dialogue (the command line) stands in the
+  // Requested fields: no seed means the clock's, 0 threads means all cores.
   std::uint64_t RunSeed = 0;
   int ThreadsUsed = 1;
+  bool HasRequestedSeed = false;
+  std::uint64_t RequestedSeed = 0;
+  int RequestedThreads = 0;
+  bool QuietProgress = false;
   // Texts of the clock: begin, end and total time of the loop.
   std::string BootBeginText, BootEndText, BootTotalTimeText, BootDateText;
   double LoopSeconds = 0;
@@ -161,6 +170,9 @@ struct BootstrapRecord {
   BootMatList<std::int16_t, kMaxIndividual> BootIndividuals{"BootIndividuals"};
   BootMatList<std::int16_t, kMaxIndividual> SavedBootIndividuals{"SavedBootIndividuals"};
   BootList<std::int8_t> BootEffectLabel{"BootEffectLabel"};
+  // Which of EffectiveList and IneffectiveList a sample joins (bits 1 and 2); the lists are
+  // filled from these marks in sample order after the loop.
+  BootList<std::int8_t> BootListMark{"BootListMark"};
   BootList<std::int32_t> BootNf{"BootNf"}, BootNm{"BootNm"}, BootNn{"BootNn"}, BootNfr{"BootNfr"};
   BootList<double> BootNfrReal{"BootNfrReal"}, BootCANf{"BootCANf"}, BootF{"BootF"};
   // R0 and finite rate of each sample as read from a record file (used by nothing here).

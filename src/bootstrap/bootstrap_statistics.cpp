@@ -1,0 +1,106 @@
+#include "bootstrap/bootstrap_statistics.h"
+
+#include "bootstrap/cohort_values.h"
+
+namespace korvan {
+
+void BootstrapStatistics::Boot01Partial() {
+  Flow("Boot01Partial");
+  BootstrapRecord& R = S.boot;
+  const long E = R.EffectiveCount;
+  R.R = SummarizeSamples(E, [&](long b) { return R.BootR(b); });
+  R.Lambda = SummarizeSamples(E, [&](long b) { return R.BootLambda(b); });
+  R.R0 = SummarizeSamples(E, [&](long b) { return R.BootR0(b); });
+  R.T = SummarizeSamples(E, [&](long b) { return R.BootT(b); });
+  R.GRR = SummarizeSamples(E, [&](long b) { return R.BootGRR(b); });
+  R.F = SummarizeSamples(E, [&](long b) { return R.BootF(b); });
+}
+
+void BootstrapStatistics::SummarizeAll() {
+  BootstrapRecord& R = S.boot;
+  const long E = R.EffectiveCount;
+  const double n = R.BootSampleSize;
+  Boot01Partial();
+  R.Longevity = SummarizeSamples(E, [&](long b) { return R.BootLongevity(b); });
+  R.APOP = SummarizeSamples(E, [&](long b) { return R.BootAPOP(b); });
+  R.TPOP = SummarizeSamples(E, [&](long b) { return R.BootTPOP(b); });
+  R.Sa = SummarizeSamples(E, [&](long b) { return R.BootPreadultSurvival(b); });
+  R.Nf = SummarizeSamples(E, [&](long b) { return static_cast<double>(R.BootNf(b)); });
+  R.Nm = SummarizeSamples(E, [&](long b) { return static_cast<double>(R.BootNm(b)); });
+  R.Nn = SummarizeSamples(E, [&](long b) { return static_cast<double>(R.BootNn(b)); });
+  R.Nfr = SummarizeSamples(E, [&](long b) { return static_cast<double>(R.BootNfr(b)); });
+  R.NfToN = SummarizeSamples(E, [&](long b) { return R.BootNf(b) / n; });
+  R.NfrToNf = SummarizeSamples(E, [&](long b) {
+    return R.BootNf(b) == 0 ? 0.0 : static_cast<double>(R.BootNfr(b)) / R.BootNf(b);
+  });
+  R.OviDays = SummarizeSamples(E, [&](long b) { return R.BootOviDays(b); });
+  const int m = S.header.StageCount;
+  for (int j = 1; j <= m + 1 && j <= kMaxStage; ++j) {
+    R.StageMeanSummary(j) = SummarizeSamples(E, [&](long b) { return R.BootStageMean(j, b); });
+    R.StageMortalitySummary(j) = SummarizeSamples(E, [&](long b) { return R.BootStageDeathProb(j, b); });
+  }
+  R.PreadultMeanSummary = SummarizeSamples(E, [&](long b) { return m > 1 ? R.BootCumMean(m - 1, b) : 0.0; });
+  R.PreadultMortalitySummary = SummarizeSamples(E, [&](long b) { return R.BootPreadultDeathProb(b); });
+  if (S.options.PredationPresent == "Yes") {
+    R.NetPredationRate = SummarizeSamples(E, [&](long b) { return R.BootNetPredationRate(b); });
+    R.FinitePredationRate = SummarizeSamples(E, [&](long b) { return R.BootFinitePredationRate(b); });
+    R.C0 = SummarizeSamples(E, [&](long b) { return R.BootC0(b); });
+    R.Omega = SummarizeSamples(E, [&](long b) { return R.BootOmega(b); });
+  }
+  // A second pass over r, for the SE of the report's closing lines.
+  double q = 0;
+  for (long b = 1; b <= E; ++b) q += (R.R.mean - R.BootR(b)) * (R.R.mean - R.BootR(b));
+  R.RDoubleCheckSE = std::sqrt(q / (static_cast<double>(E) - 1));
+  FrequencyClasses();
+}
+
+void BootstrapStatistics::FrequencyClasses() {
+  BootstrapRecord& R = S.boot;
+  const long E = R.EffectiveCount;
+  const int bars = R.HistogramBars, plus1 = R.HistogramBarsPlus1;
+  R.RClassCount.Fill(0);
+  R.R0ClassCount.Fill(0);
+  R.RClassWidth = (R.R.max - R.R.min) / bars;
+  for (int i = 0; i <= plus1 + 1; ++i) {
+    R.RClassEdge(i) = i * R.RClassWidth + R.R.min;
+    R.RClassCentre(i) = R.RClassEdge(i) + R.RClassWidth / 2;
+  }
+  R.R0ClassWidth = (R.R0.max - R.R0.min) / bars;
+  for (int i = 0; i <= plus1 + 2; ++i) {
+    R.R0ClassEdge(i) = i * R.R0ClassWidth + R.R0.min;
+    R.R0ClassCentre(i) = R.R0ClassEdge(i) + R.R0ClassWidth / 2;
+  }
+  for (long b = 1; b <= E; ++b) {
+    // The class of a value is the one before the first edge above it; the maximum, which is
+    // below no earlier edge, lands in the class after the last full one.
+    const double r = R.BootR(b);
+    for (int i = 0; i <= plus1; ++i) {
+      if (r < R.RClassEdge(i)) {
+        if (i >= 1) R.RClassCount(i - 1) += 1;
+        break;
+      }
+    }
+    const double r0 = R.BootR0(b);
+    if (r0 == 0) continue;
+    for (int i = 0; i <= plus1 + 1; ++i) {
+      if (r0 < R.R0ClassEdge(i)) {
+        if (i >= 1) R.R0ClassCount(i - 1) += 1;
+        break;
+      }
+    }
+  }
+}
+
+void BootstrapStatistics::Boot01() {
+  Flow("Boot01");
+  SummarizeAll();
+  WriteMainReport();
+  Boot1StageMean();
+  WriteBootSSD();
+  Boot1C0andOmega();
+  Boot01APOPandTPOP();
+  BootStageMortality();
+  WriteBootFecundityOfRepFemale();
+}
+
+}  // namespace korvan

@@ -1,0 +1,78 @@
+#pragma once
+// Means, variances, standard errors, extremes and frequency classes of the samples' results,
+// and the reports "_0B_Bootstrap_Output.txt", "_0C_...", "_0D_...", "_0E_...".
+#include <cmath>
+#include <string>
+
+#include "store/procedures.h"
+#include "text/text_file.h"
+
+namespace korvan {
+
+// Sums, extremes, mean, variance and SE of value(b) over the samples b = 1..E (the first E
+// sample numbers, whichever of them are effective), from one pass.
+template <class ValueOf>
+BootSummary SummarizeSamples(long E, ValueOf value) {
+  BootSummary s;
+  for (long b = 1; b <= E; ++b) {
+    const double x = value(b);
+    if (b == 1) s.max = s.min = x;
+    if (x > s.max) s.max = x;
+    if (x < s.min) s.min = x;
+    s.S += x;
+    s.Q += x * x;
+  }
+  const double e = static_cast<double>(E);
+  s.mean = s.S / e;
+  s.variance = (s.Q - s.S * s.S / e) / (e - 1);
+  if (s.variance < 0) s.variance = 0;
+  s.se = std::sqrt(s.variance);
+  return s;
+}
+
+class BootstrapStatistics : public Procedures {
+ public:
+  using Procedures::Procedures;
+
+  // Mean and SE of r, lambda, R0, T, GRR and F alone, before the record is written.
+  void Boot01Partial();
+  // All the summaries and the report with its kin.
+  void Boot01();
+  void Boot1StageMean();
+  void WriteBootSSD();
+  void Boot1C0andOmega();
+  void Boot01APOPandTPOP();
+  void BootStageMortality();
+  void WriteBootFecundityOfRepFemale();
+  // Frequency classes of r and R0 for the charts.
+  void FrequencyClasses();
+
+ private:
+  void SummarizeAll();
+  void WriteMainReport();
+  // Items 1 to 6 of a report's head under a table title.
+  void ReportHead(TextFile& out, const std::string& titleLine, const std::string& secondTitleLine = "");
+  // The rows "Original ...", "B", max, mean, min, "Variance", "S.E." of a table whose columns
+  // are given by their summaries and original values.
+  void SummaryRows(TextFile& out, const std::string& originalLabel, const BootSummary* columns,
+                   const double* originals, int count, int firstColumn, int columnWidth, int decimals);
+};
+
+// A column file of the bootstrap results: the head lines, then value(k) for k of
+// EffectiveList(1..E), and closeLine behind the last value when it is not empty.
+template <class ValueOf>
+void WriteColumnFile(const std::string& path, const std::string& tagLine, double n, double E,
+                     const std::string& name, double nInLine6, double cohortValue, const BootstrapRecord& R,
+                     ValueOf value, const std::string& closeLine) {
+  TextFile out(path);
+  out.Write(tagLine);
+  out.Write("Next line is Bootstrap sample size (n)");
+  out.Write(n);
+  out.Write("Next line is total effective Bootstrap number (B)");
+  out.Write(E);
+  out.Write(name, nInLine6, cohortValue);
+  for (long i = 1; i <= static_cast<long>(E); ++i) out.Write(value(R.EffectiveList(i)));
+  if (!closeLine.empty()) out.RawText(closeLine + "\n");
+}
+
+}  // namespace korvan

@@ -1,0 +1,194 @@
+#include "bootstrap/resampling.h"
+
+#include <cmath>
+#include <string>
+
+#include "store/faults.h"
+#include "text/numbers.h"
+
+namespace korvan {
+namespace {
+
+// A 32-bit integer field takes a sum rounded anew after each addition.
+std::int32_t AddRounded(std::int32_t sum, double value) { return CInt(static_cast<double>(sum) + value); }
+
+std::string SampleText(double boot) { return FullPrecision(boot); }
+
+}  // namespace
+
+int DrawIndividual(UniformGenerator& gen, int N) {
+  if (N < 1) throw ProgramEnd{"The bootstrap pool holds no individual.", "Error in bootstrap"};
+  for (;;) {
+    const double k = CIntValue(gen.Next() * N + 0.5);
+    if (k >= 1 && k <= N) return static_cast<int>(k);
+  }
+}
+
+void Resampling::cmdBoot03() {
+  Flow("cmdBoot03");
+  const long b = SampleNo();
+  if (S.boot.SameBootstrap == "Yes") {
+    BootstrapSameboots();
+    // A repeated sample is labelled by the plain test; InfertileCriterion plays no part.
+    const bool noEggs = W.boot.SampleFecunditySum == 0;
+    bool ineffective = noEggs;
+    if (S.options.MatingMode == "Yes") ineffective = S.boot.BootNm(b) == 0 || noEggs;
+    S.boot.BootEffectLabel(b) = ineffective ? kLabelIneffective : kLabelEffective;
+  } else {
+    BootstrapFirstTime();
+  }
+}
+
+bool Resampling::IsEffectiveDraw() const {
+  const long b = SampleNo();
+  const int c = S.boot.InfertileCriterion;
+  const bool eggs = W.boot.SampleFecunditySum > 0;
+  if (S.options.MatingMode == "Yes") return S.boot.BootNf(b) >= c && S.boot.BootNm(b) >= c && eggs;
+  return S.boot.BootNf(b) >= c && eggs;
+}
+
+void Resampling::BootstrapFirstTime() {
+  Flow("BootstrapFirstTime");
+  const long b = SampleNo();
+  gen_.SeedSample(S.boot.RunSeed, b);
+  for (;;) {
+    DrawSampleOnce();
+    if (IsEffectiveDraw()) {
+      S.boot.BootEffectLabel(b) = kLabelEffective;
+      S.boot.BootListMark(b) = kMarkEffectiveList;
+      PrepareSampleForEngine();
+      return;
+    }
+    if (S.boot.EffectiveOnly != "Yes") {
+      S.boot.BootEffectLabel(b) = kLabelIneffective;
+      S.boot.BootListMark(b) = kMarkIneffectiveList;
+      return;
+    }
+    // Only effective samples are wanted: the same sample number is drawn again, without end.
+  }
+}
+
+void Resampling::DrawSampleOnce() {
+  const long b = SampleNo();
+  BootstrapRecord& R = S.boot;
+  R.BootNm(b) = 0;
+  R.BootNn(b) = 0;
+  R.BootNf(b) = 0;
+  R.BootNfr(b) = 0;
+  R.BootNfrReal(b) = 0;
+  R.BootCANf(b) = 0;
+  W.boot.SampleFecunditySum = 0;
+  const int N = S.pool.OriginalCohortSize;
+  const int n = R.BootSampleSize;
+  for (int position = 1; position <= n; ++position) {
+    const int k = DrawIndividual(gen_, N);
+    CopyIndividual(position, k, false);
+  }
+}
+
+// Copies individual k of the pool to a position of the sample in hand and counts it.
+void Resampling::CopyIndividual(int position, int k, bool stopAtDeath) {
+  const long b = SampleNo();
+  BootstrapRecord& R = S.boot;
+  Cohort& C = W.cohort;
+  const Pool& pool = S.pool;
+  const int m = S.header.StageCount;
+  R.BootIndividuals(position, b) = static_cast<std::int16_t>(k);
+  const std::string& sex = pool.OriginalSex(k);
+  C.IndividualNo(position) = position;
+  C.IndividualSex(position) = sex;
+  for (int j = 1; j <= m; ++j) {
+    const double d = pool.OriginalStageDuration(k, j);
+    C.StageDuration(position, j) = d;
+    if (stopAtDeath && d < 0) break;
+  }
+  if (sex == "F") {
+    const double d = pool.OriginalStageDuration(k, m);
+    if (d >= S.settings.CriticalFemaleAge) R.BootCANf(b) += 1;
+    for (int day = 1; day <= d + 1; ++day) {
+      const double eggs = pool.OriginalFecundity(k, day);
+      C.Fecundity(position, day) = eggs;
+      if (day <= d) W.boot.SampleFecunditySum = AddRounded(W.boot.SampleFecunditySum, eggs);
+    }
+    for (int day = 1; day <= d + 1; ++day) {
+      if (pool.OriginalFecundity(k, day) > 0) {
+        R.BootNfr(b) += 1;
+        if (!stopAtDeath) R.BootNfrReal(b) += 1;
+        break;
+      }
+    }
+    W.boot.SampleIndividualFecundity(position) = pool.OriginalTotalFecundity(k);
+    R.BootNf(b) += 1;
+  } else {
+    W.boot.SampleIndividualFecundity(position) = 0;
+    if (sex == "M") R.BootNm(b) += 1;
+    if (sex == "N") R.BootNn(b) += 1;
+  }
+}
+
+void Resampling::PrepareSampleForEngine() {
+  const long b = SampleNo();
+  BootstrapRecord& R = S.boot;
+  Cohort& C = W.cohort;
+  const int n = R.BootSampleSize;
+  const int m = S.header.StageCount;
+  C.CohortSize = n;
+  C.MaxLongevity = 0;
+  double eggs = 0;
+  for (int position = 1; position <= n; ++position) {
+    std::int32_t total = 0;
+    for (int j = 1; j <= m; ++j) {
+      const double d = C.StageDuration(position, j);
+      total = CInt16(total + std::fabs(d));
+      if (d < 0) break;
+    }
+    C.TotalLongevity(position) = total;
+    if (total > C.MaxLongevity) C.MaxLongevity = total;
+    eggs += W.boot.SampleIndividualFecundity(position);
+  }
+  W.tables.LastAge = C.MaxLongevity - 1;
+  if (R.BootNf(b) == 0) {
+    throw ProgramEnd{"Error in bootstrap " + SampleText(b) +
+                         ". No female in sample (R0 = 0).\nRe-run program by using larger n.",
+                     "No female in this bootstrapped sample."};
+  }
+  R.BootF(b) = eggs / R.BootNf(b);
+}
+
+void Resampling::BootstrapSameboots() {
+  Flow("BootstrapSameboots");
+  const long b = SampleNo();
+  BootstrapRecord& R = S.boot;
+  W.boot.SampleFecunditySum = 0;
+  const int n = R.BootSampleSize;
+  for (int position = 1; position <= n; ++position) {
+    const int k = R.SavedBootIndividuals(position, b);
+    CopyIndividual(position, k, true);
+  }
+  const bool twoSex = S.options.MatingMode == "Yes";
+  const bool eggs = W.boot.SampleFecunditySum > 0;
+  if (R.EffectiveOnly == "Yes") {
+    const std::string title = "Error in bootstrap. (Perhaps you cannot use the same bootstrap samples.)";
+    const std::string wrong = "But the bootstrap sample " + SampleText(b) + " was a wrong sample for that.";
+    if (twoSex && !(R.BootNm(b) > 0 && eggs))
+      throw ProgramEnd{"You selected \"Effective bootstrap\" and \"Two-sex mating\".\n" + wrong, title};
+    if (!twoSex && !eggs) throw ProgramEnd{"You selected \"Effective bootstrap\".\n" + wrong, title};
+  }
+  std::int8_t mark = kMarkEffectiveList;
+  if (R.EffectiveOnly == "No" && !eggs) mark |= kMarkIneffectiveList;
+  R.BootListMark(b) = mark;
+  PrepareSampleForEngine();
+  // The life table of a sample asked for by number is written by the writer of sample life
+  // tables once it is there (WriteSpecificSampleLifeTable in the result files).
+}
+
+void GatherSampleLists(SessionStore& S) {
+  BootstrapRecord& R = S.boot;
+  for (long b = 1; b <= R.BootB; ++b) {
+    const std::int8_t mark = R.BootListMark(b);
+    if (mark & kMarkEffectiveList) R.EffectiveList(++R.EffectiveCount) = static_cast<std::int32_t>(b);
+    if (mark & kMarkIneffectiveList) R.IneffectiveList(++R.IneffectiveCount) = static_cast<std::int32_t>(b);
+  }
+}
+
+}  // namespace korvan
