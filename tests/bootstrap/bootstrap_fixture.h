@@ -12,7 +12,7 @@
 #include "ui/prompt_service.h"
 #include <stdexcept>
 
-namespace korvan::test {
+namespace korvan::boottest {
 
 // Answers by title; a dialogue with no answer left fails the test through an exception.
 class ListPrompts : public PromptService {
@@ -142,4 +142,4 @@ inline std::string DataFileText(int m, const std::vector<PoolIndividual>& pool) 
   return t;
 }
 
-}  // namespace korvan::test
+}  // namespace korvan::boottest

@@ -9,9 +9,9 @@
 namespace korvan {
 namespace {
 
-using test::ListGenerator;
-using test::ListPrompts;
-using test::PoolIndividual;
+using boottest::ListGenerator;
+using boottest::ListPrompts;
+using boottest::PoolIndividual;
 
 // Two stages (a preadult stage and the adult stage).
 std::vector<PoolIndividual> FourIndividuals() {
@@ -61,7 +61,7 @@ TEST(Resampling, DrawRuleEdges) {
 // A drawn sample copies the records of the individuals drawn, position by position, with
 // the counters of the sample and what the engine needs.
 TEST(Resampling, DrawnSampleIsCopiedCountedAndPrepared) {
-  auto S = test::MakePoolStore(2, FourIndividuals(), 5);
+  auto S = boottest::MakePoolStore(2, FourIndividuals(), 5);
   S->settings.CriticalFemaleAge = 4;
   ListPrompts P;
   // Positions draw 1, 2, 1, 4, 3 (u * 4 + 0.5 rounded).
@@ -115,7 +115,7 @@ TEST(Resampling, DrawnSampleIsCopiedCountedAndPrepared) {
 // holds that female twice and two males; other draws are thrown away under the same number.
 TEST(Resampling, ClassificationAndRedraws) {
   std::vector<PoolIndividual> pool = FourIndividuals();
-  auto S = test::MakePoolStore(2, pool, 4);
+  auto S = boottest::MakePoolStore(2, pool, 4);
   S->boot.InfertileCriterion = 2;
   ListPrompts P;
   // Draw 1: 1,2,3,4 (one female: rejected). Draw 2: 1,1,2,2 (two males? only male 2 twice:
@@ -143,7 +143,7 @@ TEST(Resampling, ClassificationAndRedraws) {
   // EffectiveOnly "No": females and males but no eggs makes an ineffective sample, kept and
   // not prepared; the lists are filled in sample order.
   std::vector<PoolIndividual> barren = {{"F", {3, 4}, {0, 0}}, {"M", {2, 5}, {}}};
-  auto T = test::MakePoolStore(2, barren, 2);
+  auto T = boottest::MakePoolStore(2, barren, 2);
   T->boot.EffectiveOnly = "No";
   T->boot.BootB = 3;
   ListGenerator g3({0.2, 0.8, 0.2, 0.8, 0.2, 0.8});
@@ -167,7 +167,7 @@ TEST(Resampling, ClassificationAndRedraws) {
 // rounds to an even sum, and a sample of such eggs can count as without eggs.
 TEST(Resampling, FecunditySumIsAnIntegerField) {
   std::vector<PoolIndividual> pool = {{"F", {1, 3}, {0.5, 0.5, 0.5}}, {"M", {1, 3}, {}}};
-  auto S = test::MakePoolStore(2, pool, 2);
+  auto S = boottest::MakePoolStore(2, pool, 2);
   S->boot.EffectiveOnly = "No";
   ListPrompts P;
   ListGenerator g({0.2, 0.8});
