@@ -82,6 +82,7 @@ bool IsMinArray(int k) { return k == 3 || k == 8; }
 void StartStretch(AccumulatorRefs& a) {
   for (int k = 0; k < 9; ++k) AccArray(a, k).Fill(IsMaxArray(k) ? -kInf : IsMinArray(k) ? kInf : 0.0);
   *a.NegR = *a.LambdaBelow1 = *a.R0Below1 = 0;
+  *a.LxReplicates = 0;
 }
 
 void EndStretch(AccumulatorRefs& a, StretchSums& out) {
@@ -127,6 +128,7 @@ void BootstrapDriver::RunSampleLoop() {
   std::vector<char> visitedBySampleOne(kAges * 2, 0);  // l(x), then m(x)
   bool sampleOneAnalysed = false;
 
+  S.lifeTable.BootLists();  // the engine's per-sample lists are made here, on one thread
   std::vector<std::unique_ptr<Workspace>> spaces;
   for (int w = 0; w < threads; ++w) spaces.push_back(std::make_unique<Workspace>(W));
 

@@ -24,7 +24,8 @@ void BootstrapStatistics::SummarizeAll() {
   R.Longevity = SummarizeSamples(E, [&](long b) { return R.BootLongevity(b); });
   R.APOP = SummarizeSamples(E, [&](long b) { return R.BootAPOP(b); });
   R.TPOP = SummarizeSamples(E, [&](long b) { return R.BootTPOP(b); });
-  R.Sa = SummarizeSamples(E, [&](long b) { return R.BootPreadultSurvival(b); });
+  LifeTableBootLists& L = S.lifeTable.BootLists();
+  R.Sa = SummarizeSamples(E, [&](long b) { return L.BootPreadultSurvival(b); });
   R.Nf = SummarizeSamples(E, [&](long b) { return static_cast<double>(R.BootNf(b)); });
   R.Nm = SummarizeSamples(E, [&](long b) { return static_cast<double>(R.BootNm(b)); });
   R.Nn = SummarizeSamples(E, [&](long b) { return static_cast<double>(R.BootNn(b)); });
@@ -36,11 +37,11 @@ void BootstrapStatistics::SummarizeAll() {
   R.OviDays = SummarizeSamples(E, [&](long b) { return R.BootOviDays(b); });
   const int m = S.header.StageCount;
   for (int j = 1; j <= m + 1 && j <= kMaxStage; ++j) {
-    R.StageMeanSummary(j) = SummarizeSamples(E, [&](long b) { return R.BootStageMean(j, b); });
-    R.StageMortalitySummary(j) = SummarizeSamples(E, [&](long b) { return R.BootStageDeathProb(j, b); });
+    R.StageMeanSummary(j) = SummarizeSamples(E, [&](long b) { return L.BootStageMean(j, b); });
+    R.StageMortalitySummary(j) = SummarizeSamples(E, [&](long b) { return L.BootStageDeathProb(j, b); });
   }
-  R.PreadultMeanSummary = SummarizeSamples(E, [&](long b) { return m > 1 ? R.BootCumMean(m - 1, b) : 0.0; });
-  R.PreadultMortalitySummary = SummarizeSamples(E, [&](long b) { return R.BootPreadultDeathProb(b); });
+  R.PreadultMeanSummary = SummarizeSamples(E, [&](long b) { return m > 1 ? L.BootCumMean(m - 1, b) : 0.0; });
+  R.PreadultMortalitySummary = SummarizeSamples(E, [&](long b) { return L.BootPreadultDeathProb(b); });
   if (S.options.PredationPresent == "Yes") {
     R.NetPredationRate = SummarizeSamples(E, [&](long b) { return R.BootNetPredationRate(b); });
     R.FinitePredationRate = SummarizeSamples(E, [&](long b) { return R.BootFinitePredationRate(b); });

@@ -17,6 +17,7 @@ struct AccumulatorRefs {
   Vec<double, 0, kMaxAge>*LxSum, *LxSumSquares, *LxMax, *LxMin;
   Vec<double, 0, kMaxAge>*MxSum, *MxSum2, *MxSumSquares, *MxMax, *MxMin;
   std::int32_t *NegR, *LambdaBelow1, *R0Below1;
+  long* LxReplicates;  // the l(x) extremes start afresh at the first replicate of a stretch
 };
 AccumulatorRefs AccumulatorsOf(Workspace& W);
 

@@ -101,11 +101,10 @@ struct BootstrapWork {
   Vec<double, 0, kMaxIndividual> SampleIndividualFecundity{"SampleIndividualFecundity"};
   std::int32_t SampleFecunditySum = 0;
 
-  // Running sums of l(x) and m(x) over the replicates this worker ran since the driver last
-  // cleared them. At Boot = 1 the extremes start from the replicate's values; the driver
-  // starts a worker's other stretches with max = 0 and min = +infinity.
-  Vec<double, 0, kMaxAge> LxSum{"LxSum"}, LxSumSquares{"LxSumSquares"};
-  Vec<double, 0, kMaxAge> LxMax{"LxMax"}, LxMin{"LxMin"};
+  // Running sums of m(x) over the replicates this worker ran since the driver last cleared
+  // them (those of l(x) are in LifeTableWork). At Boot = 1 the extremes start from the
+  // replicate's values; the driver starts a worker's other stretches with max = -infinity and
+  // min = +infinity.
   Vec<double, 0, kMaxAge> MxSum{"MxSum"}, MxSum2{"MxSum2"}, MxSumSquares{"MxSumSquares"};
   Vec<double, 0, kMaxAge> MxMax{"MxMax"}, MxMin{"MxMin"};
 
@@ -182,18 +181,10 @@ struct BootstrapRecord {
   BootList<double> BootR{"BootR"}, BootLambda{"BootLambda"}, BootR0{"BootR0"}, BootT{"BootT"},
       BootGRR{"BootGRR"};
   BootList<double> BootLongevity{"BootLongevity"};
-  BootList<double> BootPreadultSurvival{"BootPreadultSurvival"};  // s(a), "Sa"
   BootList<double> BootAPOP{"BootAPOP"}, BootTPOP{"BootTPOP"};
   BootList<double> BootOviDays{"BootOviDays"}, BootOviPeriod{"BootOviPeriod"};
   BootList<double> BootReproductiveFemales{"BootReproductiveFemales"};  // of APOPandTPOPforBoot
-  BootMatList<double> BootStageMean{"BootStageMean"}, BootCumMean{"BootCumMean"};
-  BootTypeStageList<double> BootTypeStageMean{"BootTypeStageMean"}, BootTypeCumMean{"BootTypeCumMean"};
-  BootMatList<double> BootStageDeathProb{"BootStageDeathProb"};
-  BootList<double> BootPreadultDeathProb{"BootPreadultDeathProb"};
-  BootList<double> BootPreadultSurvivalByDeaths{"BootPreadultSurvivalByDeaths"};
-  BootMatList<double> BootStageToNext{"BootStageToNext"};
-  BootList<double> BootLxAtSpecificAge{"BootLxAtSpecificAge"}, BootMedianAge{"BootMedianAge"},
-      BootSpecificSurvivalAge{"BootSpecificSurvivalAge"};
+  // Stage means, l(x) at ages, mortality by stage and the like are in LifeTableBootLists.
   BootList<double> BootBirthRate{"BootBirthRate"}, BootDeathRate{"BootDeathRate"},
       BootSurvivalRate{"BootSurvivalRate"};  // at the stable age-stage distribution
   BootList<double> BootFirstVxjAge{"BootFirstVxjAge"}, BootFirstFxjAge{"BootFirstFxjAge"},

@@ -34,12 +34,13 @@ TEST(BootstrapStore, ListsAreZeroCheckedAndIndependent) {
   EXPECT_EQ(b.BootIndividuals(1, 7), 13);
   EXPECT_THROW(b.BootIndividuals(391, 7), SubscriptFault);
 
-  b.BootTypeStageMean(3, 13, 100003) = 4;
-  b.BootTypeStageMean(0, 0, 100003) = 5;
-  EXPECT_EQ(b.BootTypeStageMean(3, 13, 100003), 4);
-  EXPECT_EQ(b.BootTypeStageMean(0, 0, 100003), 5);
-  EXPECT_THROW(b.BootTypeStageMean(4, 0, 1), SubscriptFault);
-  EXPECT_THROW(b.BootTypeStageMean(0, 14, 1), SubscriptFault);
+  BootTypeStageList<double> cube("cube");
+  cube(3, 13, 100003) = 4;
+  cube(0, 0, 100003) = 5;
+  EXPECT_EQ(cube(3, 13, 100003), 4);
+  EXPECT_EQ(cube(0, 0, 100003), 5);
+  EXPECT_THROW(cube(4, 0, 1), SubscriptFault);
+  EXPECT_THROW(cube(0, 14, 1), SubscriptFault);
   b.BootR.Clear();
   EXPECT_EQ(b.BootR(100003), 0.0);
 }
