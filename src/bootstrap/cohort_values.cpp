@@ -4,27 +4,12 @@ namespace korvan {
 
 CohortValues ReadCohortValues(const SessionStore& S) {
   CohortValues v;
-  const Cohort& C = S.ws.cohort;
+  const int N = S.header.CohortSizeRead > 0 ? S.header.CohortSizeRead : S.ws.cohort.CohortSize;
   v.lastAge = S.ws.tables.LastAge;
-  // Female adults, their eggs and the longevity of all, from the cohort as read.
-  double females = 0, eggs = 0, longevity = 0;
-  const int m = S.header.StageCount;
-  const int N = S.header.CohortSizeRead > 0 ? S.header.CohortSizeRead : C.CohortSize;
-  for (int i = 1; i <= N; ++i) {
-    longevity += C.TotalLongevity(i);
-    if (C.IndividualSex(i) != "F") continue;
-    females += 1;
-    const double d = C.StageDuration(i, m);
-    for (int day = 1; day <= d; ++day) {
-      const double e = C.Fecundity(i, day);
-      if (e < 0) break;
-      eggs += e;
-    }
-  }
-  v.femaleAdults = females;
-  v.meanFecundity = females > 0 ? eggs / females : 0;
-  v.femaleProportion = N > 0 ? females / N : 0;
-  v.meanLongevity = N > 0 ? longevity / N : 0;
+  v.femaleAdults = S.lifeTable.OriginalFemaleCount;
+  v.meanFecundity = S.lifeTable.OriginalMeanFecundity;
+  v.femaleProportion = N > 0 ? v.femaleAdults / N : 0;
+  v.meanLongevity = S.ws.stageStats.LongevityAll.mean;
   return v;
 }
 
@@ -53,27 +38,17 @@ CohortFemaleValues ReadCohortFemaleValues(const SessionStore& S) {
     }
   }
   v.fecundityOfReproductive = v.reproductive > 0 ? eggsOfReproductive / v.reproductive : 0;
+  v.apop = S.stageStats.ApopBasic;
+  v.tpop = S.stageStats.TpopBasic;
+  v.sa = S.lifeTable.PreadultSurvivalOriginal;
+  v.oviDays = S.ws.stageStats.OviDaysStat.mean;
   return v;
 }
 
-double CohortStageMean(const SessionStore& S, int j) {
-  (void)S;
-  (void)j;
-  return 0;
-}
-double CohortPreadultMean(const SessionStore& S) {
-  (void)S;
-  return 0;
-}
-double CohortStageMortality(const SessionStore& S, int j) {
-  (void)S;
-  (void)j;
-  return 0;
-}
-double CohortPreadultMortality(const SessionStore& S) {
-  (void)S;
-  return 0;
-}
+double CohortStageMean(const SessionStore& S, int j) { return S.lifeTable.OriginalStageMean(j); }
+double CohortPreadultMean(const SessionStore& S) { return S.lifeTable.PreadultMeanTime; }
+double CohortStageMortality(const SessionStore& S, int j) { return S.lifeTable.OriginalStageDeathProb(j); }
+double CohortPreadultMortality(const SessionStore& S) { return S.lifeTable.OriginalPreadultDeathProb; }
 double CohortSsd(const SessionStore& S, int j) {
   (void)S;
   (void)j;
