@@ -93,6 +93,8 @@ void Resampling::CopyIndividual(int position, int k, bool stopAtDeath) {
   Cohort& C = W.cohort;
   const Pool& pool = S.pool;
   const int m = S.header.StageCount;
+  // A number from a record beyond the pool's size ends the run as an index beyond a bound.
+  if (k < 1 || k > pool.OriginalCohortSize) throw SubscriptFault(pool.OriginalSex.Name());
   R.BootIndividuals(position, b) = static_cast<std::int16_t>(k);
   const std::string& sex = pool.OriginalSex(k);
   C.IndividualNo(position) = position;
