@@ -1,0 +1,507 @@
+#include "engine/population_parameters.h"
+
+#include <cmath>
+
+#include "analyses/curtailed_tailed.h"
+#include "store/faults.h"
+#include "store/rules.h"
+#include "text/numbers.h"
+
+namespace korvan {
+
+// ---------------------------------------------------------------------------------------
+// Time rules
+
+double ConvertExponent(double product, double timeUnit) { return TimeUnitToDays(product, timeUnit); }
+
+double ConvertExponentFull(double product, double timeUnit) {
+  return TimeUnitToDaysWithHalf(product, timeUnit);
+}
+
+double AgeInTable(int x, double timeUnit) {
+  const double tu = timeUnit;
+  if (tu == 0.5 || tu == 0.3 || tu == 0.25 || tu == 0.2 || tu == 0.16)
+    return RoundDisplay(ConvertExponentFull(x, tu), 2);
+  return x * tu;
+}
+
+std::string ReportNumber(double v, int decimals) {
+  if (!(std::fabs(v) < 10000)) return PrintNumber(CIntValue(v));
+  return PrintNumber(RoundDisplay(v, decimals));
+}
+
+double StepFiniteRateFor(double lambda, double timeUnit) {
+  if (timeUnit == 0.5) return std::pow(lambda, 1.0 / 2);
+  if (timeUnit == 0.3) return std::pow(lambda, 1.0 / 3);
+  if (timeUnit == 0.25) return std::pow(lambda, 1.0 / 4);
+  if (timeUnit == 0.2) return std::pow(lambda, 1.0 / 5);
+  if (timeUnit == 0.16) return std::pow(lambda, 1.0 / 6);
+  return std::pow(lambda, timeUnit);
+}
+
+// ---------------------------------------------------------------------------------------
+// Small helpers of the pass
+
+long ParameterEngine::BootIndex() const { return static_cast<long>(W.run.Boot); }
+
+bool ParameterEngine::BasicPass() const { return W.params.JackNo == 0 && W.run.Boot == 0; }
+
+const std::string& ParameterEngine::ResampleKind() const { return S.boot.ResampleKind; }
+
+void ParameterEngine::ShowBox(const char* box, double value, int decimals) const {
+  P.Status(box, FullPrecision(RoundDisplay(value, decimals)));
+}
+
+void ParameterEngine::ShowValueBox(const char* box, const std::string& text) const { P.Status(box, text); }
+
+void ParameterEngine::ColourBox(const char* box, const char* colour) const {
+  P.Status(std::string(box) + ".BackColor", colour);
+}
+
+void ParameterEngine::HaltIterations(const char* tail) const {
+  throw ProgramEnd{"NO. OF ITERATION=" + PrintNumber(W.params.IterationCount) + tail, ""};
+}
+
+void ParameterEngine::RawDataWritersAtExit() {
+  // WriteStageRawDataInColumnForStatistics and WriteStageRawDataInColumns belong to the
+  // raw-data writers of the Basic Run; they are called here once that family stands.
+}
+
+void ParameterEngine::AgeStageLifeExpectancyStep() {
+  // AgeStageLifeExpectancy belongs to the life-expectancy family; it is called here once
+  // that family stands.
+}
+
+// ---------------------------------------------------------------------------------------
+// Tops
+
+void ParameterEngine::Life05() {
+  FlowEngine("Life05");
+  Life05Gosub1370();
+  // The sum of a contribution analysis (whole-cohort r values loaded at the read step) has no
+  // reader in this system yet; nothing is summed.
+  if (S.options.AnalysisMethod == "Calculus") {
+    if (W.run.Boot > 0)
+      Life05Gosub90Boot();
+    else
+      Life05Gosub90();
+  } else if (S.options.AnalysisMethod == "Matrix") {
+    Life05Gosub90ForMatrix();
+  }
+  const std::string& effect = S.options.EffectOfFxjFlag;
+  if (W.run.IsBasicRunFlag == "n" || effect == "No" || effect == "NO" || effect == "no") return;
+  CurtailedTailedRates rates(S, P, W);
+  rates.CurtailedR();
+  S.params.CurtailedDone = "Yes";
+  S.console.Enable("cmdCurtailedR");
+  rates.TailedRandR0();
+  // EffectOfVariableFxj (effect of reduced f(x,j)) isn't part of this system yet.
+}
+
+void ParameterEngine::Life05ForMatrix() {
+  FlowEngine("Life05ForMatrix");
+  Life05Gosub1370();
+  if (S.options.AnalysisMethod == "Calculus")
+    Life05Gosub90();
+  else if (S.options.AnalysisMethod == "Matrix")
+    Life05Gosub90ForMatrix();
+  const std::string& effect = S.options.EffectOfFxjFlag;
+  if (W.run.IsBasicRunFlag == "n" || effect == "No" || effect == "NO" || effect == "no") return;
+  CurtailedTailedRates rates(S, P, W);
+  rates.CurtailedR();
+  S.params.CurtailedDone = "Yes";
+  rates.TailedRandR0();
+}
+
+// ---------------------------------------------------------------------------------------
+// m(x)
+
+void ParameterEngine::Life05Gosub1370() {
+  FlowEngine("Life05Gosub1370");
+  auto& t = W.tables;
+  auto& p = W.params;
+  const int last = t.LastAge;
+  const int m = S.header.StageCount;
+  for (int x = 0; x <= last; ++x) {
+    p.AgeIndex(x) = x;
+    double sum = 0;
+    for (int j = 1; j <= m + 1; ++j) sum += t.Fxj(x, j) * t.Sxj(x, j);
+    p.Mx(x) = sum / t.Lx(x);
+    if (W.run.Boot == 0) S.params.BasicRunMx(x) = p.Mx(x);
+    if (x == 0)
+      p.CumLxMx(0) = t.Lx(0) * p.Mx(0);
+    else
+      p.CumLxMx(x) = t.Lx(x) * p.Mx(x) + p.CumLxMx(x - 1);
+  }
+  for (int x = last; x >= 0; --x) {
+    if (p.Mx(x) > 0) {
+      p.LastReproductiveAge = CInt16(ConvertExponent(x, S.settings.TimeUnit));
+      break;
+    }
+  }
+  if (ResampleKind() == "b") {
+    auto& b = W.boot;
+    for (int x = 0; x <= last; ++x) {
+      const double mx = p.Mx(x);
+      b.MxSum(x) += mx;
+      b.MxSum2(x) += mx;
+      b.MxSumSquares(x) += mx * mx;
+      if (W.run.Boot == 1) {
+        b.MxMax(x) = mx;
+        b.MxMin(x) = mx;
+      } else {
+        if (mx > b.MxMax(x)) b.MxMax(x) = mx;
+        if (mx < b.MxMin(x)) b.MxMin(x) = mx;
+      }
+    }
+  }
+  p.AgeIndex(last + 1) = last + 1;
+  AgeStageLifeExpectancyStep();
+}
+
+// ---------------------------------------------------------------------------------------
+// Euler-Lotka residual
+
+double ParameterEngine::FillEulerTerms(double r) {
+  auto& t = W.tables;
+  auto& p = W.params;
+  const double tu = S.settings.TimeUnit;
+  const bool ageX = S.options.AgeConvention == "x";
+  double sum = 0;
+  for (int x = 0; x <= t.LastAge; ++x) {
+    const double a = ageX ? x : x + 1;
+    p.EulerTerm(x) = t.Lx(x) * std::exp(ConvertExponent(-r * a, tu)) * p.Mx(x);
+    sum += p.EulerTerm(x);
+  }
+  return sum;
+}
+
+void ParameterEngine::Life05Gosub0120() {
+  if (S.options.FlowMode != "No" && !S.params.FlowWritten0120) {
+    S.params.FlowWritten0120 = true;
+    FlowEngine("Life05Gosub0120");
+  }
+  W.params.Residual = FillEulerTerms(W.params.TrialR) - 1.0;
+}
+
+double ParameterEngine::BisectR(double low, double high, double precision) {
+  auto& p = W.params;
+  p.TrialR = low;
+  Life05Gosub0120();
+  const double fLow = p.Residual;
+  p.TrialR = high;
+  Life05Gosub0120();  // the residual at the upper end is taken but not used
+  p.IterationCount = 0;
+  for (;;) {
+    const double mid = (low + high) / 2;
+    p.TrialR = mid;
+    Life05Gosub0120();
+    ++p.IterationCount;
+    if (p.IterationCount >= 500) HaltIterations("  STOP EXECUTION!");
+    if (std::fabs(p.Residual) < precision) return mid;
+    if (p.Residual * fLow > 0)
+      low = mid;
+    else
+      high = mid;
+  }
+}
+
+void ParameterEngine::SumR0AndGRR() {
+  auto& p = W.params;
+  p.R0 = 0;
+  p.GRR = 0;
+  for (int x = 0; x <= W.tables.LastAge; ++x) {
+    p.R0 += p.Mx(x) * W.tables.Lx(x);
+    p.GRR += p.Mx(x);
+  }
+}
+
+void ParameterEngine::FillLeslieArrays() {
+  auto& t = W.tables;
+  for (int x = 0; x <= t.LastAge - 1; ++x) {
+    W.params.LeslieP(x) = t.Lx(x + 1) / t.Lx(x);
+    W.params.LeslieF(x) = W.params.Mx(x);
+  }
+}
+
+// ---------------------------------------------------------------------------------------
+// The exits
+
+void ParameterEngine::NetReproductiveRateZero() {
+  P.MsgBox("The net reproductive rate = 0.", "Net reproductive rate = 0!", kOKOnly);
+  ShowBox("txtNetreproductiverate", 0, 4);
+  ColourBox("txtNetreproductiverate", "Red");
+  RawDataWritersAtExit();
+}
+
+void ParameterEngine::NetReproductiveRateOne() {
+  auto& p = W.params;
+  P.MsgBox("The net reproductive rate = 1.", "Net reproductive rate = 1!", kOKOnly);
+  ShowBox("txtNetreproductiverate", 1, 4);
+  ColourBox("txtNetreproductiverate", "Red");
+  ShowValueBox("txtMeangenerationtime", FullPrecision(W.tables.LastAge));
+  ShowValueBox("txtFiniteRate", "1");
+  ShowValueBox("txtIntrinsicrate", "0");
+  p.lambda = 1;
+  p.R0 = 1;
+  p.T = W.tables.LastAge;
+  p.r = 0;
+  S.params.Lambda_Basic = 1;
+  S.params.R0_Basic = 1;
+  S.params.T_Basic = W.tables.LastAge;
+  S.params.GRR_Basic = p.GRR;
+  RawDataWritersAtExit();
+}
+
+// ---------------------------------------------------------------------------------------
+// Calculus
+
+void ParameterEngine::Life05Gosub90() {
+  FlowEngine("Life05Gosub90");
+  CalculusParameters(Twin::Basic);
+}
+
+void ParameterEngine::Life05Gosub90Boot() {
+  FlowEngine("Life05Gosub90Boot");
+  CalculusParameters(Twin::Boot);
+}
+
+void ParameterEngine::Life05Gosub90ForNandF() {
+  FlowEngine("Life05Gosub90ForNandF");
+  CalculusParameters(Twin::NandF);
+}
+
+void ParameterEngine::CalculusParameters(Twin twin) {
+  auto& p = W.params;
+  const auto& t = W.tables;
+  const double tu = S.settings.TimeUnit;
+  const bool basicPass = BasicPass();
+  if (twin == Twin::NandF) S.settings.PrecisionCalculus = 1e-07;
+
+  if (twin == Twin::Basic && S.options.GroupRearedFlag != "Yes" && !(W.run.Boot > 0)) FillLeslieArrays();
+  SumR0AndGRR();
+
+  if (p.R0 == 0) {
+    if (twin == Twin::Basic) {
+      NetReproductiveRateZero();
+      return;
+    }
+    if (twin == Twin::NandF) {
+      ColourBox("txtNetreproductiverate", "Red");
+      // The life-expectancy walk of group-reared data runs on; nothing more.
+      return;
+    }
+    // A replicate shows the message and goes on into the bisection, whose residual is -1
+    // for every r: it halts after 500 evaluations.
+    P.MsgBox("The net reproductive rate = 0.", "Net reproductive rate = 0!", kOKOnly);
+    ShowBox("txtNetreproductiverate", 0, 4);
+    ColourBox("txtNetreproductiverate", "Red");
+  } else if (p.R0 == 1.0 && twin == Twin::Basic) {
+    NetReproductiveRateOne();
+    return;
+  }
+
+  if (basicPass && twin != Twin::Boot) {
+    ShowBox("txtNetreproductiverate", p.R0, 4);
+    if (twin == Twin::NandF && p.R0 > 0) ColourBox("txtNetreproductiverate", "Yellow");
+  }
+
+  double low = -1.2, high = 1.2;
+  if (twin != Twin::NandF && t.LastAge > 500) {
+    low = -0.5;
+    high = 0.8;
+  }
+  const double mid = BisectR(low, high, S.settings.PrecisionCalculus);
+  p.r = mid;
+
+  // The value found, filed by the kind of pass.
+  if (W.params.JackNo > 0 || W.run.Boot > 0) {
+    if (ResampleKind() == "j") {
+      const double n = W.cohort.CohortSize;
+      S.params.JackR(W.params.JackNo) = p.r;
+      S.params.JackPseudoR(W.params.JackNo) = (n + 1) * S.params.R_Basic - n * p.r;
+    } else if (ResampleKind() == "b") {
+      S.boot.BootR(BootIndex()) = p.r;
+      if (p.r < 0 && twin != Twin::NandF) ++W.boot.BootNegRCount;
+    }
+  } else {
+    S.params.R_Basic = mid;
+    if (twin != Twin::Boot) ShowBox("txtIntrinsicrate", p.r, 8);
+  }
+
+  // Mean generation time and doubling time.
+  if (p.r == 0) {
+    p.T = t.LastAge;
+  } else {
+    p.T = std::log(p.R0) / p.r;
+    if (p.r > 0) p.DoublingTime = std::log(2.0) / p.r;
+  }
+  p.lambda = std::exp(p.r);
+  if (twin == Twin::Basic) {
+    // Every pass shows T and lambda: a jackknife pass T at 4 decimals when r is above 0, else
+    // unrounded; the Basic Run's pass T at 2 decimals.
+    if (basicPass)
+      ShowBox("txtMeangenerationtime", p.T, 2);
+    else if (p.r > 0)
+      ShowBox("txtMeangenerationtime", p.T, 4);
+    else
+      ShowValueBox("txtMeangenerationtime", FullPrecision(p.T));
+    ShowBox("txtFiniteRate", p.lambda, 8);
+  } else if (twin == Twin::NandF) {
+    if (basicPass) ShowBox("txtMeangenerationtime", p.T, 2);
+    ShowBox("txtFiniteRate", p.lambda, 8);
+  }
+
+  if (twin == Twin::Basic || tu != 1) {
+    p.StepFiniteRate = StepFiniteRateFor(p.lambda, tu);
+    p.StepIntrinsicRate = tu * p.r;
+  }
+
+  // The rest of the parameters, filed by the kind of pass.
+  if (W.params.JackNo > 0 || W.run.Boot > 0) {
+    if (ResampleKind() == "j") {
+      S.params.JackR0(W.params.JackNo) = p.R0;
+      S.params.JackT(W.params.JackNo) = p.T;
+      S.params.JackLambda(W.params.JackNo) = p.lambda;
+      S.params.JackGRR(W.params.JackNo) = p.GRR;
+    } else if (ResampleKind() == "b") {
+      const long b = BootIndex();
+      S.boot.BootR0(b) = p.R0;
+      S.boot.BootT(b) = p.T;
+      S.boot.BootLambda(b) = p.lambda;
+      S.boot.BootGRR(b) = p.GRR;
+      if (twin != Twin::NandF) {
+        if (p.R0 > 0 && p.R0 < 1) ++W.boot.BootR0Below1Count;
+        if (p.lambda < 1) ++W.boot.BootLambdaBelow1Count;
+      }
+      if (twin == Twin::Boot && S.boot.BootLambda(b) != std::exp(p.r)) throw ProgramEnd{"", ""};
+    }
+  } else {
+    S.params.T_Basic = p.T;
+    S.params.Lambda_Basic = p.lambda;
+    S.params.R0_Basic = p.R0;
+    S.params.GRR_Basic = p.GRR;
+    S.params.DoublingTime = p.DoublingTime;
+    S.params.StepFiniteRate = p.StepFiniteRate;
+    S.params.StepIntrinsicRate = p.StepIntrinsicRate;
+    if (S.identity.UserName == "daughter") {
+      S.params.FemaleFiniteRate = p.lambda;
+      S.params.FemaleIntrinsicRate = p.r;
+    }
+  }
+
+  // Stable age distribution and age-specific reproductive value.
+  const double q = tu == 1 ? p.lambda : p.StepFiniteRate;
+  p.SadRaw(0) = 1;
+  for (int x = 0; x <= t.LastAge - 1; ++x) p.SadRaw(x + 1) = (t.Lx(x + 1) / t.Lx(x)) / q * p.SadRaw(x);
+  NormaliseSadAndVx(p.r);
+
+  if (twin == Twin::NandF) {
+    if (W.run.IsResamplingFlag == "y") return;
+    // Both rows of the birth and death rates for the fractional time units.
+    const double a0 = p.Ax(0);
+    p.BirthRate = p.lambda * a0;
+    p.SurvivalRate = (1 - a0) * p.lambda;
+    p.DeathRate = 1 - p.SurvivalRate;
+    if (tu == 0.5 || tu == 0.3 || tu == 0.25 || tu == 0.2 || tu == 0.16) {
+      p.BirthRateStep = p.StepFiniteRate * a0;
+      p.SurvivalRateStep = (1 - a0) * p.StepFiniteRate;
+      p.DeathRateStep = 1 - p.SurvivalRateStep;
+    }
+    AgeStageReproductiveValue(W.run.Boot == 0);
+    if (W.run.Boot == 0)
+      FemaleFiguresBasic();
+    else
+      FemaleFiguresBoot();
+    return;
+  }
+  if (W.run.Boot == 0)
+    Life05Gosub90Then1080();
+  else
+    Life05Gosub90Then1080Boot();
+}
+
+void ParameterEngine::NormaliseSadAndVx(double r) {
+  auto& p = W.params;
+  const auto& t = W.tables;
+  const double tu = S.settings.TimeUnit;
+  double sum = 0;
+  for (int x = 0; x <= t.LastAge; ++x) {
+    p.Ax(x) = p.SadRaw(x);
+    sum += p.SadRaw(x);
+  }
+  double acc = 0;
+  for (int x = t.LastAge; x >= 0; --x) {
+    p.Ax(x) = p.Ax(x) / sum;
+    p.Ax2(x) = p.Ax(x);
+    const double e = std::exp(ConvertExponent(-r * (x + 1), tu));
+    acc = e * t.Lx(x) * p.Mx(x) + acc;
+    p.Vx(x) = (1 / (e * t.Lx(x))) * acc;
+  }
+}
+
+// ---------------------------------------------------------------------------------------
+// Birth and death rates
+
+void ParameterEngine::Life05Gosub90Then1080BSDrate() {
+  FlowEngine("Life05Gosub90Then1080BSDrate");
+  auto& p = W.params;
+  const double tu = S.settings.TimeUnit;
+  const double a0 = p.Ax(0);
+  if (tu == 1) {
+    p.BirthRate = p.lambda * a0;
+    p.SurvivalRate = (1 - a0) * p.lambda;
+    p.DeathRate = 1 - p.SurvivalRate;
+  } else if (tu == 0.5 || tu == 0.3 || tu == 0.25 || tu == 0.2 || tu == 0.16) {
+    p.BirthRateStep = p.StepFiniteRate * a0;
+    p.SurvivalRateStep = (1 - a0) * p.StepFiniteRate;
+    p.DeathRateStep = 1 - p.SurvivalRateStep;
+    if (BasicPass()) {
+      S.params.BirthRateStep = p.BirthRateStep;
+      S.params.SurvivalRateStep = p.SurvivalRateStep;
+      S.params.DeathRateStep = p.DeathRateStep;
+    }
+  }
+}
+
+void ParameterEngine::Life05Gosub90Then1080BootBSDrate() {
+  FlowEngine("Life05Gosub90Then1080BootBSDrate");
+  auto& p = W.params;
+  const double tu = S.settings.TimeUnit;
+  const double a0 = p.Ax(0);
+  const long b = BootIndex();
+  if (tu == 1) {
+    p.BirthRate = p.lambda * a0;
+    p.SurvivalRate = (1 - a0) * p.lambda;
+    p.DeathRate = 1 - p.SurvivalRate;
+    S.boot.BootBirthRate(b) = p.BirthRate;
+    S.boot.BootSurvivalRate(b) = p.SurvivalRate;
+    S.boot.BootDeathRate(b) = p.DeathRate;
+    return;
+  }
+  if (tu == 0.5 || tu == 0.3 || tu == 0.25 || tu == 0.2 || tu == 0.16) {
+    p.BirthRateStep = p.StepFiniteRate * a0;
+    p.SurvivalRateStep = (1 - a0) * p.StepFiniteRate;
+    p.DeathRateStep = 1 - p.SurvivalRateStep;
+  }
+  // Away from a time unit of 1 every replicate carries the Basic Run's rates.
+  S.boot.BootBirthRate(b) = S.params.BirthRateStep;
+  S.boot.BootSurvivalRate(b) = S.params.SurvivalRateStep;
+  S.boot.BootDeathRate(b) = S.params.DeathRateStep;
+}
+
+// ---------------------------------------------------------------------------------------
+// "_ZZ-population parameters.txt"
+
+void ParameterEngine::PrintTotalPopulationParameters() {
+  Flow("PrintTotalPopulationParameters");
+  if (W.params.R0 == 0 || S.options.OutputLevel == "Nooutput") return;
+  S.identity.OutputFileName = OutputName(S, "_ZZ-population parameters.txt");
+  TextFile f(S.identity.OutputFileName);
+  f.Write("Intrinsic rate", S.params.R_Basic);
+  f.Write("Finite rate", S.params.Lambda_Basic);
+  f.Write("Net reproductive rate", W.params.R0);
+  f.Write("Mean generation time", S.params.T_Basic);
+}
+
+}  // namespace korvan

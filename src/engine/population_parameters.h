@@ -1,0 +1,141 @@
+#pragma once
+// Population parameters of one life table: m(x), R0, GRR, r, lambda, T, the doubling time,
+// the stable age distribution, reproductive values and the birth and death rates at the
+// stable distribution; the age-stage reproductive value and the stable age-stage
+// distribution with their report tables and figure files.
+//
+// r is found by bisection on the Euler-Lotka residual ("Calculus"), or lambda by bisection on
+// the characteristic polynomial of the Leslie matrix ("Matrix"). One body of arithmetic serves
+// the Basic Run, every bootstrap replicate (on the workspace in hand, allocating nothing) and
+// every jackknife pass; the twins keep apart only what differs.
+#include <string>
+
+#include "store/procedures.h"
+
+namespace korvan {
+
+class ParameterEngine : public Procedures {
+ public:
+  using Procedures::Procedures;
+
+  // Tops of the two paths.
+  void Life05();
+  void Life05ForMatrix();
+
+  // m(x), its running sum, the last reproductive age and the bootstrap accumulators.
+  void Life05Gosub1370();
+  // The parameters by Calculus: Basic Run or jackknife pass; bootstrap replicate;
+  // group-reared data.
+  void Life05Gosub90();
+  void Life05Gosub90Boot();
+  void Life05Gosub90ForNandF();
+  // The parameters by Matrix, any pass.
+  void Life05Gosub90ForMatrix();
+  // Residuals at the trial r (Euler-Lotka) and at the trial lambda (the polynomial).
+  void Life05Gosub0120();
+  void Life05Gosub0120ForMatrix();
+  // Birth, survival and death rates at the stable distribution.
+  void Life05Gosub90Then1080BSDrate();
+  void Life05Gosub90Then1080BootBSDrate();
+
+  // Age-stage reproductive value and the figures of the female stage.
+  void Life05Gosub90Then1080();
+  void Life05Gosub90Then1080Boot();
+  void Life05Gosub1480();
+
+  // Stable age-stage distribution and its output.
+  void Life05a();
+  void Life05AForMatrix();
+  void Life05aGosub1580();
+  void Life05aGosub1580ForMatrix();
+  void Life05aGosub2100();
+  void Life05aGosub2100ForMatrix();
+  void Life05aGosub0180();
+
+  // The main age-specific table with its block of parameters.
+  void PrintIntrinsicRateTable();
+  void Life05aGosub0800();
+  void Life05aGosub1000();
+  void Life05aGosub1100();
+  void PrintRelationshipFtoR0();
+
+  // Figure files.
+  void Life05aGosub2610();
+  void Life05aGosub3800();
+  void Life05aGosub3610();
+  void Life05aGosub3650();
+  void Life05aGosub3750();
+
+  // "_ZZ-population parameters.txt".
+  void PrintTotalPopulationParameters();
+
+ private:
+  enum class Twin { Basic, Boot, NandF };
+  // The common body of the Calculus twins.
+  void CalculusParameters(Twin twin);
+  // Exits of a net reproductive rate of 0 or exactly 1.
+  void NetReproductiveRateZero();
+  void NetReproductiveRateOne();
+  // Bisection with the stated order of tests; returns the value found (mid).
+  double BisectR(double low, double high, double precision);
+  double BisectLambda(double low, double high, double precision);
+  // The halt of a bisection that ran 500 times.
+  [[noreturn]] void HaltIterations(const char* tail) const;
+  // l(x) exp(-r a) m(x) for x = 0..LastAge into EulerTerm; returns the sum of the terms.
+  double FillEulerTerms(double r);
+  // R0 and GRR, summed upward over the ages.
+  void SumR0AndGRR();
+  void FillLeslieArrays();
+  // The stable age distribution a(x) from raw(x), and v(x) on the way down.
+  void NormaliseSadAndVx(double r);
+  // v(x,j) of every stage but the male one; the female figures of the Basic Run.
+  void AgeStageReproductiveValue(bool keepBasicCopy);
+  void FemaleFiguresBasic();
+  void FemaleFiguresBoot();
+  void StableAgeStageDistribution(bool percentCopy);
+  void StableTables();
+  void PrintStableAgeStageTables(bool matrixTwin);
+
+  // Files of other families that the exits call; run as their families land.
+  void RawDataWritersAtExit();
+  // Life expectancy of the age-stage table, run at the end of m(x).
+  void AgeStageLifeExpectancyStep();
+
+  // Result boxes of the console, rounded for display.
+  void ShowBox(const char* box, double value, int decimals) const;
+  void ShowValueBox(const char* box, const std::string& text) const;
+  void ColourBox(const char* box, const char* colour) const;
+
+  // Indices of the pass.
+  long BootIndex() const;
+  bool BasicPass() const;  // JackNo = 0 and Boot = 0
+  const std::string& ResampleKind() const;
+
+  // TPOP of the cohort for the main table.
+  double ReportTpop() const;
+
+  // The figure channel.
+  TextFile figure_;
+
+  // Title and the two closing lines of the table that Life05aGosub0180 prints next.
+  const char* tableTitle_ = "";
+  const char* tableLine1_ = "";
+  const char* tableLine2_ = "";
+};
+
+// The time rule on the exponent of the Euler-Lotka terms: four fractional time units divide.
+double ConvertExponent(double product, double timeUnit);
+// The full form with its own branch for 0.5 (reproductive values, figure ages).
+double ConvertExponentFull(double product, double timeUnit);
+// An age count in rate units by the full rule (figure files).
+inline double AgeInRateUnits(int x, double timeUnit) { return ConvertExponentFull(x, timeUnit); }
+// An age count in rate units as the report tables show it: 2 decimals for the fractional
+// time units, else x times the time unit.
+double AgeInTable(int x, double timeUnit);
+// A number of a report table at a fixed count of decimals; beyond plus or minus 10,000, whole.
+std::string ReportNumber(double v, int decimals);
+
+// StepFiniteRate of the Calculus path: lambda to the time unit, as the root for fractions.
+double StepFiniteRateFor(double lambda, double timeUnit);
+
+}  // namespace korvan

@@ -1,0 +1,160 @@
+// Age-stage reproductive value v(x,j) and the figures of the female stage.
+//
+// For a start cell (x,j) the walk follows the chance s'(y,k) of reaching age y in stage k,
+// one stage a step at most, and sums the discounted offspring E(y) s'(y,k) f(y,k); v(x,j) is
+// that sum over E(x) s'(x,j). The start value is s(x,j), not 1: it cancels in the quotient.
+#include <cmath>
+
+#include "engine/population_parameters.h"
+#include "store/rules.h"
+#include "text/numbers.h"
+
+namespace korvan {
+
+namespace {
+
+// E(a) = exp(-r (a+1)) on the rate scale, whatever the age convention of r.
+inline double Discount(double r, int a, double timeUnit) {
+  return std::exp(ConvertExponentFull(-r * (a + 1), timeUnit));
+}
+
+}  // namespace
+
+void ParameterEngine::Life05Gosub90Then1080() {
+  FlowEngine("Life05Gosub90Then1080");
+  Life05Gosub90Then1080BSDrate();
+  AgeStageReproductiveValue(true);
+  FemaleFiguresBasic();
+}
+
+void ParameterEngine::Life05Gosub90Then1080Boot() {
+  FlowEngine("Life05Gosub90Then1080Boot");
+  Life05Gosub90Then1080BootBSDrate();
+  AgeStageReproductiveValue(false);
+  FemaleFiguresBoot();
+}
+
+void ParameterEngine::Life05Gosub1480() {
+  if (S.options.FlowMode != "No" && !S.params.FlowWritten1480) {
+    S.params.FlowWritten1480 = true;
+    FlowEngine("Life05Gosub1480");
+  }
+  auto& p = W.params;
+  const auto& t = W.tables;
+  const auto& lt = W.lifeTable;
+  const double tu = S.settings.TimeUnit;
+  const int x = p.VStartAge;
+  const int m = S.header.StageCount;
+  double acc = p.VAcc;
+  int d = 0;
+  for (int k = p.VStartStage + 1; k <= m; ++k) {
+    ++d;
+    for (int y = x + d; y <= t.LastAge && y <= lt.StageLastAge(k); ++y) {
+      if (y == x + d)
+        p.Survivors(y, k) = t.Dxj(y - 1, k - 1) * p.Survivors(y - 1, k - 1);
+      else
+        p.Survivors(y, k) = t.Gxj(y - 1, k) * p.Survivors(y - 1, k) + t.Dxj(y - 1, k - 1) * p.Survivors(y - 1, k - 1);
+      acc = Discount(p.r, y, tu) * p.Survivors(y, k) * t.Fxj(y, k) + acc;
+    }
+  }
+  p.VAcc = acc;
+}
+
+void ParameterEngine::AgeStageReproductiveValue(bool keepBasicCopy) {
+  auto& p = W.params;
+  const auto& t = W.tables;
+  const auto& lt = W.lifeTable;
+  const double tu = S.settings.TimeUnit;
+  const int m = S.header.StageCount;
+  for (int j = 1; j <= m; ++j) {
+    for (int x = lt.StageFirstAge(j); x <= lt.StageLastAge(j); ++x) {
+      p.Survivors(x, j) = t.Sxj(x, j);
+      double acc = Discount(p.r, x, tu) * p.Survivors(x, j) * t.Fxj(x, j);
+      for (int y = x + 1; y <= t.LastAge && y <= lt.StageLastAge(j); ++y) {
+        p.Survivors(y, j) = t.Gxj(y - 1, j) * p.Survivors(y - 1, j);
+        acc = Discount(p.r, y, tu) * p.Survivors(y, j) * t.Fxj(y, j) + acc;
+      }
+      const double ex = Discount(p.r, x, tu);
+      if (j < m) {
+        p.VStartAge = x;
+        p.VStartStage = j;
+        p.VAcc = acc;
+        Life05Gosub1480();
+        acc = p.VAcc;
+        p.Vxj(x, j) = p.Survivors(x, j) > 0 ? (1 / (ex * p.Survivors(x, j))) * acc : 0;
+      } else {
+        // The female stage: the test is on the sum.
+        p.Vxj(x, j) = acc == 0 ? 0 : (1 / (ex * p.Survivors(x, j))) * acc;
+      }
+      if (keepBasicCopy) S.params.VxjBasic(x, j) = p.Vxj(x, j);
+    }
+  }
+}
+
+void ParameterEngine::FemaleFiguresBasic() {
+  auto& p = W.params;
+  const auto& t = W.tables;
+  const auto& lt = W.lifeTable;
+  const double tu = S.settings.TimeUnit;
+  const int f = S.header.StageCount;
+  const int first = lt.StageFirstAge(f), last = lt.StageLastAge(f);
+  for (int x = first; x <= last; ++x) {
+    if (p.Vxj(x, f) > 0) {
+      p.FirstVxjAge = x;
+      p.FirstVxjAgeSteps = x;
+      break;
+    }
+  }
+  if (W.run.Boot != 0) return;
+  for (int x = first; x <= last; ++x) {
+    if (t.Fxj(x, f) > 0) {
+      p.FirstFxjAge = x;
+      break;
+    }
+  }
+  p.PeakVxj = p.Vxj(static_cast<long>(CIntValue(p.FirstVxjAge)), f);
+  p.PeakVxjAge = p.FirstVxjAge;
+  p.FirstVxjAge = ConvertExponentFull(p.FirstVxjAge, tu);
+  p.FirstVxjAgeSteps = p.FirstVxjAgeSteps * tu;
+  for (int x = first; x <= last; ++x) {
+    if (p.Vxj(x, f) > p.PeakVxj) {
+      p.PeakVxj = p.Vxj(x, f);
+      p.PeakVxjAge = x;
+    }
+  }
+  p.PeakVxjAge = ConvertExponentFull(p.PeakVxjAge, tu);
+  p.PeakVxjAgeRounded = CInt16(p.PeakVxjAge);
+}
+
+void ParameterEngine::FemaleFiguresBoot() {
+  auto& p = W.params;
+  const auto& t = W.tables;
+  const auto& lt = W.lifeTable;
+  const double tu = S.settings.TimeUnit;
+  const int f = S.header.StageCount;
+  const long b = BootIndex();
+  const int first = lt.StageFirstAge(f), last = lt.StageLastAge(f);
+  for (int x = first; x <= last; ++x) {
+    if (p.Vxj(x, f) > 0) {
+      S.boot.BootFirstVxjAge(b) = x;
+      break;
+    }
+  }
+  for (int x = first; x <= last; ++x) {
+    if (t.Fxj(x, f) > 0) {
+      S.boot.BootFirstFxjAge(b) = x;
+      break;
+    }
+  }
+  double peakAge = S.boot.BootPeakVxjAge(b);
+  for (int x = first; x <= last; ++x) {
+    if (p.Vxj(x, f) > S.boot.BootPeakVxj(b)) {
+      S.boot.BootPeakVxj(b) = p.Vxj(x, f);
+      peakAge = x;
+    }
+  }
+  S.boot.BootPeakVxjAge(b) = CInt16(ConvertExponentFull(peakAge, tu));
+  S.boot.BootFirstVxjAge(b) = S.boot.BootFirstVxjAge(b) * tu;
+}
+
+}  // namespace korvan
