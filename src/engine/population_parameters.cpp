@@ -288,7 +288,7 @@ void ParameterEngine::CalculusParameters(Twin twin) {
     }
     if (twin == Twin::NandF) {
       ColourBox("txtNetreproductiverate", "Red");
-      // The life-expectancy walk of group-reared data runs on; nothing more.
+      LifeExpectancyWalk(false);
       return;
     }
     // A replicate shows the message and goes on into the bisection, whose residual is -1
@@ -397,6 +397,7 @@ void ParameterEngine::CalculusParameters(Twin twin) {
   NormaliseSadAndVx(p.r);
 
   if (twin == Twin::NandF) {
+    LifeExpectancyWalk(true);
     if (W.run.IsResamplingFlag == "y") return;
     // Both rows of the birth and death rates for the fractional time units.
     const double a0 = p.Ax(0);
@@ -437,6 +438,16 @@ void ParameterEngine::NormaliseSadAndVx(double r) {
     const double e = std::exp(ConvertExponent(-r * (x + 1), tu));
     acc = e * t.Lx(x) * p.Mx(x) + acc;
     p.Vx(x) = (1 / (e * t.Lx(x))) * acc;
+  }
+}
+
+void ParameterEngine::LifeExpectancyWalk(bool clear) {
+  auto& p = W.params;
+  const auto& t = W.tables;
+  if (clear) p.ExAcc = 0;
+  for (int x = t.LastAge; x >= 0; --x) {
+    p.ExAcc += t.Lx(x);
+    W.lifeTable.Ex(x) = p.ExAcc / t.Lx(x);
   }
 }
 

@@ -88,6 +88,8 @@ class ParameterEngine : public Procedures {
   void FillLeslieArrays();
   // The stable age distribution a(x) from raw(x), and v(x) on the way down.
   void NormaliseSadAndVx(double r);
+  // e(x) = (the sum of l(i) for i = x..LastAge) / l(x), walked down from LastAge.
+  void LifeExpectancyWalk(bool clear);
   // v(x,j) of every stage but the male one; the female figures of the Basic Run.
   void AgeStageReproductiveValue(bool keepBasicCopy);
   void FemaleFiguresBasic();

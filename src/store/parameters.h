@@ -49,6 +49,7 @@ struct ParameterWork {
   AgeDbl SadRaw{"SadRaw"};
   AgeDbl Ax{"Ax"}, Ax2{"Ax2"};
   AgeDbl Vx{"Vx"};
+  double ExAcc = 0;  // running sum of l(x) of the life-expectancy walk of group-reared data
 
   // Birth, survival and death rates at the stable distribution: per time unit when the time
   // unit is 1 (first row), per step of a fractional time unit (second row).
