@@ -276,7 +276,7 @@ void ParameterEngine::CalculusParameters(Twin twin) {
   const auto& t = W.tables;
   const double tu = S.settings.TimeUnit;
   const bool basicPass = BasicPass();
-  if (twin == Twin::NandF) S.settings.PrecisionCalculus = 1e-07;
+  if (twin == Twin::NandF && S.settings.PrecisionCalculus != 1e-07) S.settings.PrecisionCalculus = 1e-07;
 
   if (twin == Twin::Basic && S.options.GroupRearedFlag != "Yes" && !(W.run.Boot > 0)) FillLeslieArrays();
   SumR0AndGRR();

@@ -79,7 +79,7 @@ void ParameterEngine::Life05Gosub90ForMatrix() {
   }
   if (basicPass) ShowBox("txtNetreproductiverate", p.R0, 4);
 
-  S.settings.PrecisionMatrix = 1e-06;
+  if (S.settings.PrecisionMatrix != 1e-06) S.settings.PrecisionMatrix = 1e-06;
   const double found = BisectLambda(0.2, 3.0, S.settings.PrecisionMatrix);
   p.lambda = found;
   p.r = std::log(found);
