@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "analyses/curtailed_tailed.h"
+#include "engine/life_table_engine.h"
+#include "engine/stage_statistics.h"
 #include "store/faults.h"
 #include "store/rules.h"
 #include "text/numbers.h"
@@ -63,14 +65,12 @@ void ParameterEngine::HaltIterations(const char* tail) const {
 }
 
 void ParameterEngine::RawDataWritersAtExit() {
-  // WriteStageRawDataInColumnForStatistics and WriteStageRawDataInColumns belong to the
-  // raw-data writers of the Basic Run; they are called here once that family stands.
+  StageStatsEngine raw(S, P, W);
+  raw.WriteStageRawDataInColumnForStatistics();
+  raw.WriteStageRawDataInColumns();
 }
 
-void ParameterEngine::AgeStageLifeExpectancyStep() {
-  // AgeStageLifeExpectancy belongs to the life-expectancy family; it is called here once
-  // that family stands.
-}
+void ParameterEngine::AgeStageLifeExpectancyStep() { LifeTableEngine(S, P, W).AgeStageLifeExpectancy(); }
 
 // ---------------------------------------------------------------------------------------
 // Tops
