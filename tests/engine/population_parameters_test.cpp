@@ -17,6 +17,7 @@ using test::Life;
 
 // One session with a cohort loaded, and the engine on its workspace.
 struct Session {
+  test::TempDir dir;  // files of the exits land here
   std::unique_ptr<SessionStore> S = std::make_unique<SessionStore>();
   FakePrompts P;
   ParameterEngine E{*S, P};
@@ -24,6 +25,7 @@ struct Session {
   Session(int m, const std::vector<Life>& cohort, double timeUnit, const char* method = "Calculus") {
     S->options.AnalysisMethod = method;
     S->options.EffectOfFxjFlag = "No";
+    S->identity.DataFileBase = dir.file("cohort");
     test::LoadTables(*S, m, cohort, timeUnit);
   }
   ParameterWork& p() { return S->ws.params; }
@@ -90,11 +92,9 @@ TEST(PopulationParameters, NetReproductiveRateGrossRateAndMxByHand) {
 }
 
 TEST(PopulationParameters, ReproductiveValueAndStableAgeStageDistribution) {
-  test::TempDir dir;
   for (const char* convention : {"x+1", "x"}) {
     SCOPED_TRACE(convention);
     Session s(4, test::TwoSexCohort(), 1);
-    s.S->identity.DataFileBase = dir.file("cohort");
     s.S->options.AgeConvention = convention;
     s.E.Life05();
     s.E.Life05a();
