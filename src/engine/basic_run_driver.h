@@ -35,14 +35,14 @@ class BasicRunDriver : public Procedures {
   void ReseedRandomGenerator() {}
 
   // Population parameters, reproductive value and stable distributions.
-  void StepLife05() {}
-  void StepLife05a() {}
-  void StepLife05ForMatrix() {}
-  void StepLife05AForMatrix() {}
-  void StepPrintIntrinsicRateTable() {}
-  void StepPrintTotalPopulationParameters() {}
-  void StepWriteGraphDataTailedR0andR() {}
-  void StepWriteGraphDataCumuR0andR() {}
+  void StepLife05();
+  void StepLife05a();
+  void StepLife05ForMatrix();
+  void StepLife05AForMatrix();
+  void StepPrintIntrinsicRateTable();
+  void StepPrintTotalPopulationParameters();
+  void StepWriteGraphDataTailedR0andR();
+  void StepWriteGraphDataCumuR0andR();
 
   // Basic statistics table, the age-specific life table for graphs.
   void StepLife06() {}

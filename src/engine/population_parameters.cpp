@@ -222,6 +222,9 @@ void ParameterEngine::FillLeslieArrays() {
     W.params.LeslieP(x) = t.Lx(x + 1) / t.Lx(x);
     W.params.LeslieF(x) = W.params.Mx(x);
   }
+  // P(LastAge) has no age after it; F(LastAge) is the last term of the polynomial, and the
+  // oldest individual may well lay eggs on its last day.
+  W.params.LeslieF(t.LastAge) = W.params.Mx(t.LastAge);
 }
 
 // ---------------------------------------------------------------------------------------
