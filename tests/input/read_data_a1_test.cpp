@@ -357,6 +357,7 @@ TEST(ReadDataA1, SampleCountOnlyBelow72Individuals) {
     for (int i = 1; i <= n; ++i) text += std::to_string(i) + (i % 2 ? ",F,1,1\n-1\n" : ",M,1,1\n");
     test::WriteFile(s.data, text);
     s.P.Answer(kMinimal, "No").Answer(kFast, "Yes").Answer(kContribution, "No");
+    s.P.Answer("Net reproductive rate = 0!", "OK");  // the Basic Run that follows: no eggs laid
     s.Run();
     ASSERT_FALSE(s.end) << s.end->message;
     if (n == 71) {
