@@ -48,7 +48,10 @@ long ParameterEngine::BootIndex() const { return static_cast<long>(W.run.Boot); 
 
 bool ParameterEngine::BasicPass() const { return W.params.JackNo == 0 && W.run.Boot == 0; }
 
-const std::string& ParameterEngine::ResampleKind() const { return S.boot.ResampleKind; }
+// The kind of resampling: the workspace's own when its driver set it, else the run's.
+const std::string& ParameterEngine::ResampleKind() const {
+  return W.run.ResampleKind.empty() ? S.boot.ResampleKind : W.run.ResampleKind;
+}
 
 void ParameterEngine::ShowBox(const char* box, double value, int decimals) const {
   P.Status(box, FullPrecision(RoundDisplay(value, decimals)));

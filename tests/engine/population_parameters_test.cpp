@@ -326,5 +326,32 @@ TEST(PopulationParameters, CountersAndMxExtremesOverReplicates) {
   EXPECT_EQ(s.S->ws.boot.MxSumSquares(6), m6 * m6 + s.p().Mx(6) * s.p().Mx(6));
 }
 
+TEST(PopulationParameters, JackknifePassFilesPseudoValues) {
+  Session s(4, test::TwoSexCohort(), 1);
+  s.E.Life05();
+  const double rBasic = s.S->params.R_Basic, tBasic = s.S->params.T_Basic;
+  auto cohort = test::TwoSexCohort();
+  cohort.erase(cohort.begin() + 2);  // individual 3 left out
+  test::LoadTables(*s.S, 4, cohort, 1);
+  s.p().JackNo = 3;
+  s.S->ws.run.ResampleKind = "j";
+  s.S->ws.run.IsResamplingFlag = "y";
+  s.S->ws.run.IsBasicRunFlag = "n";
+  s.E.Life05();
+  s.E.Life05a();
+  const double r = s.p().r;
+  const double n = 9;  // the cohort less one
+  EXPECT_EQ(s.S->params.JackR(3), r);
+  EXPECT_DOUBLE_EQ(s.S->params.JackPseudoR(3), (n + 1) * rBasic - n * r);
+  EXPECT_EQ(s.S->params.JackR0(3), s.p().R0);
+  EXPECT_EQ(s.S->params.JackLambda(3), std::exp(r));
+  EXPECT_EQ(s.S->params.JackT(3), s.p().T);
+  EXPECT_EQ(s.S->params.R_Basic, rBasic);
+  EXPECT_EQ(s.S->params.T_Basic, tBasic);
+  // A jackknife pass shows T at 4 decimals when r is above 0.
+  EXPECT_EQ(s.P.status["txtMeangenerationtime"], FullPrecision(RoundDisplay(s.p().T, 4)));
+  EXPECT_EQ(s.S->boot.BootR(0), 0);
+}
+
 }  // namespace
 }  // namespace korvan
