@@ -6,6 +6,12 @@ CohortValues ReadCohortValues(const SessionStore& S) {
   CohortValues v;
   const int N = S.header.CohortSizeRead > 0 ? S.header.CohortSizeRead : S.ws.cohort.CohortSize;
   v.lastAge = S.ws.tables.LastAge;
+  const PopulationParameters& p = S.params;
+  v.r = p.R_Basic;
+  v.lambda = p.Lambda_Basic;
+  v.R0 = p.R0_Basic;
+  v.T = p.T_Basic;
+  v.GRR = p.GRR_Basic;
   v.femaleAdults = S.lifeTable.OriginalFemaleCount;
   v.meanFecundity = S.lifeTable.OriginalMeanFecundity;
   v.femaleProportion = N > 0 ? v.femaleAdults / N : 0;
@@ -49,16 +55,8 @@ double CohortStageMean(const SessionStore& S, int j) { return S.lifeTable.Origin
 double CohortPreadultMean(const SessionStore& S) { return S.lifeTable.PreadultMeanTime; }
 double CohortStageMortality(const SessionStore& S, int j) { return S.lifeTable.OriginalStageDeathProb(j); }
 double CohortPreadultMortality(const SessionStore& S) { return S.lifeTable.OriginalPreadultDeathProb; }
-double CohortSsd(const SessionStore& S, int j) {
-  (void)S;
-  (void)j;
-  return 0;
-}
+double CohortSsd(const SessionStore& S, int j) { return S.ws.params.SsdPercent(j); }
 
-double CohortMx(const SessionStore& S, int x) {
-  (void)S;
-  (void)x;
-  return 0;
-}
+double CohortMx(const SessionStore& S, int x) { return S.params.BasicRunMx(x); }
 
 }  // namespace korvan

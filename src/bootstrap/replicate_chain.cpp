@@ -1,6 +1,7 @@
 #include "bootstrap/replicate_chain.h"
 
 #include "engine/life_table_engine.h"
+#include "engine/population_parameters.h"
 #include "engine/stage_statistics.h"
 
 namespace korvan {
@@ -16,7 +17,15 @@ void ReplicateChain::RunEngine() {
   stats.Life10boot();
   life.Life03();
   life.Life04();
-  // Population parameters: Life05 and Life05a, or their Matrix twins, by AnalysisMethod.
+  ParameterEngine params(S, P, W);
+  if (S.options.AnalysisMethod == "Calculus") {
+    params.Life05();
+    params.Life05a();
+  } else if (S.options.AnalysisMethod == "Matrix") {
+    params.Life05ForMatrix();
+    params.Life05AForMatrix();
+  }
+  // Predation rates are a side analysis the program doesn't carry.
   stats.APOPandTPOPforBoot();
 }
 
@@ -30,10 +39,6 @@ AccumulatorRefs AccumulatorsOf(Workspace& W) {
 }
 
 double SampleLx(const Workspace& W, int x) { return W.tables.Lx(x); }
-double SampleMx(const Workspace& W, int x) {
-  (void)W;
-  (void)x;
-  return 0;
-}
+double SampleMx(const Workspace& W, int x) { return W.params.Mx(x); }
 
 }  // namespace korvan

@@ -97,14 +97,15 @@ void Resampling::CopyIndividual(int position, int k, bool stopAtDeath) {
   if (k < 1 || k > pool.OriginalCohortSize) throw SubscriptFault(pool.OriginalSex.Name());
   R.BootIndividuals(position, b) = static_cast<std::int16_t>(k);
   const std::string& sex = pool.OriginalSex(k);
+  const char code = sex.size() == 1 ? sex[0] : '?';  // "F", "M" or "N"
   C.IndividualNo(position) = position;
-  C.IndividualSex(position) = sex;
+  if (C.IndividualSex(position) != sex) C.IndividualSex(position) = sex;
   for (int j = 1; j <= m; ++j) {
     const double d = pool.OriginalStageDuration(k, j);
     C.StageDuration(position, j) = d;
     if (stopAtDeath && d < 0) break;
   }
-  if (sex == "F") {
+  if (code == 'F') {
     const double d = pool.OriginalStageDuration(k, m);
     if (d >= S.settings.CriticalFemaleAge) R.BootCANf(b) += 1;
     for (int day = 1; day <= d + 1; ++day) {
@@ -123,8 +124,8 @@ void Resampling::CopyIndividual(int position, int k, bool stopAtDeath) {
     R.BootNf(b) += 1;
   } else {
     W.boot.SampleIndividualFecundity(position) = 0;
-    if (sex == "M") R.BootNm(b) += 1;
-    if (sex == "N") R.BootNn(b) += 1;
+    if (code == 'M') R.BootNm(b) += 1;
+    if (code == 'N') R.BootNn(b) += 1;
   }
 }
 

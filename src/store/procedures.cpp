@@ -9,9 +9,9 @@ void Procedures::Flow(std::string_view entry) {
   S.channels.Flow.Print(std::string("Sub ") + std::string(entry));
 }
 
-void Procedures::FlowEngine(std::string_view entry) {
-  const double boot = W.run.Boot;
+void Procedures::FlowEngineRecord(std::string_view entry) {
   const std::string& mode = S.options.FlowMode;
+  const double boot = W.run.Boot;
   if ((mode == "Yes" && boot == 1) || (mode == "Boot" && boot > 1)) {
     if (S.channels.Flow.IsOpen()) S.channels.Flow.Print(std::string("Sub ") + std::string(entry));
   }

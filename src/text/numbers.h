@@ -1,18 +1,40 @@
 #pragma once
 // Number conversions shared by every writer and by the statistics: CInt, display rounding,
 // the two text forms of a number.
+#include <cmath>
 #include <cstdint>
+#include <limits>
 #include <string>
+
+#include "store/faults.h"
 
 namespace korvan {
 
-// Nearest integer, a tie to the even one (0.5 -> 0, 1.5 -> 2, 2.5 -> 2, -0.5 -> 0).
-double CIntValue(double v);
+// Nearest integer, a tie to the even one (0.5 -> 0, 1.5 -> 2, 2.5 -> 2, -0.5 -> 0). Done by
+// hand, whatever the rounding mode of the thread: v - floor(v) is exact. Inline: the engine
+// rounds in its inner loops.
+inline double CIntValue(double v) {
+  const double f = std::floor(v);
+  const double diff = v - f;
+  if (diff < 0.5) return f;
+  if (diff > 0.5) return f + 1;
+  return std::fmod(f, 2) == 0 ? f : f + 1;
+}
 // CInt onto a 32-bit integer; beyond its range the overflow fault.
-std::int32_t CInt(double v);
+inline std::int32_t CInt(double v) {
+  const double r = CIntValue(v);
+  if (!(r >= std::numeric_limits<std::int32_t>::min() && r <= std::numeric_limits<std::int32_t>::max()))
+    throw OverflowFault();
+  return static_cast<std::int32_t>(r);
+}
 // CInt onto a 16-bit integer (the store's "16-bit integer" fields); beyond -32768..32767 the
 // overflow fault.
-std::int16_t CInt16(double v);
+inline std::int16_t CInt16(double v) {
+  const double r = CIntValue(v);
+  if (!(r >= std::numeric_limits<std::int16_t>::min() && r <= std::numeric_limits<std::int16_t>::max()))
+    throw OverflowFault();
+  return static_cast<std::int16_t>(r);
+}
 // Display rounding: scale by 10^decimals, CInt to a 32-bit integer, scale back.
 double RoundDisplay(double v, int decimals);
 
