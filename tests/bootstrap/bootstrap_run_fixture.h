@@ -18,9 +18,9 @@ inline std::vector<PoolIndividual> SmallCohort() {
   for (int i = 0; i < 9; ++i) {
     std::vector<double> eggs;
     for (int d = 0; d < 6 + i % 4; ++d) eggs.push_back((d + i) % 5 == 0 ? 0 : (d * 3 + i) % 7 + 1);
-    c.push_back({"F", {3 + i % 2, 4 + i % 3, 6.0 + i % 4}, eggs});
+    c.push_back({"F", {3.0 + i % 2, 4.0 + i % 3, 6.0 + i % 4}, eggs});
   }
-  for (int i = 0; i < 7; ++i) c.push_back({"M", {3 + i % 3, 5 - i % 2, 4.0 + i % 5}, {}});
+  for (int i = 0; i < 7; ++i) c.push_back({"M", {3.0 + i % 3, 5.0 - i % 2, 4.0 + i % 5}, {}});
   for (int i = 0; i < 4; ++i) c.push_back({"N", {-(1.0 + i % 3)}, {}});
   for (int i = 0; i < 4; ++i) c.push_back({"N", {3, -(2.0 + i)}, {}});
   return c;
