@@ -140,6 +140,14 @@ struct Channels {
   int MainPageNumber = 0;
 };
 
+// How the front end asks a run to go (--seed, --threads, --quiet).
+struct RunControl {
+  bool hasSeed = false;     // the run's seed is given; otherwise it comes from the clock
+  std::uint64_t seed = 0;
+  int threads = 0;          // bootstrap workers; 0 = all cores
+  bool quiet = false;       // show no progress
+};
+
 // ---------------------------------------------------------------------------------------
 // What one pass of the engine overwrites
 
@@ -190,6 +198,7 @@ struct SessionStore {
   BasicResults basic;
   Channels channels;
   ConsoleState console;
+  RunControl runControl;
   LifeTableRecord lifeTable;
   PopulationParameters params;
   StageStatsRecord stageStats;

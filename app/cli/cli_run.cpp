@@ -1,0 +1,174 @@
+#include "cli_run.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <sstream>
+
+#include "store/faults.h"
+#include "store/session_store.h"
+#include "ui/answer_book.h"
+#include "ui/command_handlers.h"
+#include "ui/command_table.h"
+#include "ui/console_display.h"
+#include "ui/scripted_prompts.h"
+#include "ui/terminal_prompts.h"
+#include "ui/transcript_prompts.h"
+
+namespace korvan::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+void PrintGroup(std::ostringstream& out, const char* heading, CommandGroup group) {
+  out << heading << '\n';
+  for (const auto& c : CommandTable()) {
+    if (c.group != group) continue;
+    std::string line = "  " + std::string(c.code);
+    line.resize(7, ' ');
+    line += c.control;
+    if (line.size() < 38) line.resize(38, ' ');
+    line += " \"" + std::string(c.caption) + "\"";
+    if (!c.toolTip.empty()) line += ": " + std::string(c.toolTip);
+    out << line << '\n';
+  }
+}
+
+// The files of folder written since the run began, by name.
+std::vector<std::string> FilesWrittenSince(const fs::path& folder, fs::file_time_type since) {
+  std::vector<std::string> names;
+  std::error_code ec;
+  for (const auto& entry : fs::directory_iterator(folder, ec)) {
+    std::error_code e2;
+    if (entry.is_regular_file(e2) && entry.last_write_time(e2) >= since && !e2) {
+      names.push_back(entry.path().filename().string());
+    }
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+void PrintSummary(const SessionStore& S, const ConsoleDisplay& display, fs::file_time_type started) {
+  bool any = false;
+  for (const auto& field : ResultFields()) {
+    const std::string text = display.Field(std::string(field.control));
+    if (text.empty()) continue;
+    if (!any) std::cout << "Results:\n";
+    any = true;
+    std::cout << "  " << field.label << ": " << text << '\n';
+  }
+  if (S.identity.DataFilePath.empty()) return;
+  fs::path folder = fs::path(S.identity.DataFilePath).parent_path();
+  if (folder.empty()) folder = ".";
+  const auto written = FilesWrittenSince(folder, started);
+  if (written.empty()) return;
+  std::error_code ec;
+  const fs::path shown = fs::absolute(folder, ec);
+  std::cout << "Files written in " << (ec ? folder : shown).string() << ":\n";
+  for (const auto& name : written) std::cout << "  " << name << '\n';
+}
+
+}  // namespace
+
+std::string CommandListText() {
+  std::ostringstream out;
+  out << "Commands (by code or control name; they run in the order given, in one session):\n";
+  PrintGroup(out, "Main procedures:", CommandGroup::Main);
+  PrintGroup(out, "Further commands:", CommandGroup::Further);
+  PrintGroup(out, "Main figures (open after A2. Basic Run):", CommandGroup::Graph);
+  out << "Also:\n  demo   runs the main job on the bundled example cohort\n\n"
+      << "Exit codes: 0 the commands ran; 1 the program ended on a fault or at the user's\n"
+      << "request (message and title on standard error); 2 a usage error or a missing answer.\n";
+  return out.str();
+}
+
+int RunSession(const CliOptions& options, bool demo) {
+  auto store = std::make_unique<SessionStore>();
+  SessionStore& S = *store;
+  S.StartUp();
+  SetStartUpConsole(S.console);
+  S.runControl.hasSeed = options.hasSeed;
+  S.runControl.seed = options.seed;
+  S.runControl.threads = options.threads;
+  S.runControl.quiet = options.quiet;
+
+  AnswerBook book;
+  std::vector<const CommandInfo*> commands;
+  try {
+    for (const auto& file : options.answerFiles) book.AddFile(file);
+    for (const auto& answer : options.answers) book.AddOption(answer);
+    for (const auto& name : options.commands) commands.push_back(&ResolveCommand(name));
+  } catch (const std::runtime_error& e) {
+    std::cerr << "korvan: " << e.what() << '\n';
+    return kExitUsage;
+  }
+
+  std::ofstream transcriptFile;
+  if (!options.transcriptPath.empty()) {
+    transcriptFile.open(options.transcriptPath, std::ios::binary | std::ios::trunc);
+    if (!transcriptFile) {
+      std::cerr << "korvan: cannot write the transcript " << options.transcriptPath << '\n';
+      return kExitUsage;
+    }
+    transcriptFile << "# Dialogues met and answers given in: " << options.commandLine << '\n'
+                   << "# Repeat with: korvan --answers " << options.transcriptPath;
+    for (const auto* c : commands) transcriptFile << ' ' << c->control;
+    transcriptFile << '\n' << std::flush;
+  }
+
+  ConsoleDisplay display(std::cerr, options.quiet, ::isatty(2) != 0);
+  TerminalPrompts terminal(std::cin, std::cerr);
+  ScriptedPrompts scripted(std::move(book), options.useDefaults, ::isatty(0) ? &terminal : nullptr, &display);
+  std::optional<TranscriptPrompts> transcript;
+  if (transcriptFile.is_open()) transcript.emplace(scripted, transcriptFile);
+  PromptService& P = transcript ? static_cast<PromptService&>(*transcript) : scripted;
+
+  const auto started = fs::file_time_type::clock::now();
+  int code = kExitDone;
+  try {
+    for (const auto* command : commands) PressCommand(S, P, *command);
+  } catch (const SessionQuit&) {
+  } catch (const ProgramEnd& e) {
+    display.EndProgress();
+    if (!e.title.empty()) std::cerr << e.title << '\n';
+    std::cerr << e.message << '\n';
+    code = kExitProgramEnd;
+  } catch (const SubscriptFault& e) {
+    display.EndProgress();
+    std::cerr << e.what() << '\n';
+    code = kExitProgramEnd;
+  } catch (const OverflowFault& e) {
+    display.EndProgress();
+    std::cerr << e.what() << '\n';
+    code = kExitProgramEnd;
+  } catch (const AnswerError& e) {
+    display.EndProgress();
+    std::cerr << "korvan: " << e.what() << '\n';
+    code = kExitUsage;
+  } catch (const CommandRefused& e) {
+    display.EndProgress();
+    if (demo) {
+      std::cout << "demo: stopped here: " << e.what() << '\n';
+    } else {
+      std::cerr << "korvan: " << e.what() << '\n';
+      code = kExitUsage;
+    }
+  } catch (const std::exception& e) {
+    display.EndProgress();
+    std::cerr << "korvan: " << e.what() << '\n';
+    code = kExitProgramEnd;
+  }
+  display.EndProgress();
+  PrintSummary(S, display, started);
+  if (!options.quiet && code != kExitProgramEnd) {
+    for (const auto& left : scripted.book().Unused()) std::cerr << "korvan: answer not used: " << left << '\n';
+  }
+  return code;
+}
+
+}  // namespace korvan::cli

@@ -1,0 +1,75 @@
+#include "ui/command_handlers.h"
+
+#include "store/procedures.h"
+
+// One include per family of built commands.
+
+namespace korvan {
+
+namespace {
+
+// A command's click procedure: a member function of a family of procedures.
+template <class Family, void (Family::*Click)()>
+void Run(SessionStore& S, PromptService& P) {
+  Family family(S, P);
+  (family.*Click)();
+}
+
+void Quit(SessionStore&, PromptService&) { throw SessionQuit{}; }
+
+}  // namespace
+
+const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
+  // One line per built command: {"control name", Run<Family, &Family::control_Click>},
+  static const std::map<std::string, CommandHandler, std::less<>> handlers = {
+      {"Command1", Quit},
+  };
+  return handlers;
+}
+
+bool IsCommandBuilt(std::string_view control) {
+  return CommandHandlers().find(control) != CommandHandlers().end();
+}
+
+const CommandInfo& ResolveCommand(std::string_view codeOrControl) {
+  const CommandInfo* command = FindCommand(codeOrControl);
+  if (!command) {
+    throw CommandRefused("unknown command \"" + std::string(codeOrControl) +
+                         "\" (korvan --help lists the commands)");
+  }
+  return *command;
+}
+
+std::string ClosedCommandMessage(const ConsoleState& console, const CommandInfo& command) {
+  const std::string caption(command.caption);
+  if (command.control == "cmdReadDataA1") {
+    return caption + " is closed: a data file has been read in this session; another one needs a new start of the program.";
+  }
+  if (!command.frame.empty() && console.IsEnabled(std::string(command.control)) &&
+      !console.IsVisible(std::string(command.frame))) {
+    if (command.frame == "Frame1") return caption + " is closed: the figures are shown after A2. Basic Run.";
+    return caption + " is closed: the main procedures are hidden after this run.";
+  }
+  if (!command.opensAfter.empty()) {
+    const CommandInfo* before = FindCommand(command.opensAfter);
+    if (before) return caption + " is closed: it opens after " + std::string(before->caption) + ".";
+  }
+  return caption + " is closed at this point of the session.";
+}
+
+void PressCommand(SessionStore& S, PromptService& P, const CommandInfo& command) {
+  if (!IsCommandOpen(S.console, command)) throw CommandRefused(ClosedCommandMessage(S.console, command));
+  PressByProgram(S, P, command.control);
+}
+
+void PressByProgram(SessionStore& S, PromptService& P, std::string_view control) {
+  auto it = CommandHandlers().find(control);
+  if (it == CommandHandlers().end()) {
+    const CommandInfo* command = FindCommand(control);
+    throw CommandRefused((command ? std::string(command->caption) : std::string(control)) +
+                         ": not available yet");
+  }
+  it->second(S, P);
+}
+
+}  // namespace korvan

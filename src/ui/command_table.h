@@ -1,0 +1,48 @@
+#pragma once
+// The console's commands: code, control name, caption, tool tip, frame, and whether the command
+// is open when the program starts. Both front ends build their commands from this one table.
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "store/console_state.h"
+
+namespace korvan {
+
+enum class CommandGroup { Main, Further, Graph };
+
+struct CommandInfo {
+  std::string_view code;     // "A1", "B", ... as on the console; empty when the button has none
+  std::string_view control;  // "cmdReadDataA1"
+  std::string_view caption;  // "A1. Read data"
+  std::string_view toolTip;  // may be empty
+  CommandGroup group;
+  std::string_view frame;    // "Frame4" (main procedures), "Frame1" (main figures), or none
+  bool openAtStart;
+  std::string_view opensAfter;  // the control whose run opens it ("cmdReadDataA1", ...), or empty
+};
+
+// Every command, main commands first in the console's order, then the further commands, then
+// the graph commands.
+std::span<const CommandInfo> CommandTable();
+
+// A command by its code ("a1" and "A1" alike) or its control name; nullptr when none.
+const CommandInfo* FindCommand(std::string_view codeOrControl);
+
+// The result fields of the console, in the order shown.
+struct ResultField {
+  std::string_view control;  // "txtIntrinsicrate"
+  std::string_view label;    // "Intrinsic rate (r)"
+};
+std::span<const ResultField> ResultFields();
+
+// Opens and closes the commands and frames as at the start of the program.
+void SetStartUpConsole(ConsoleState& console);
+
+// Whether a command can be pressed now: enabled, and its frame shown.
+bool IsCommandOpen(const ConsoleState& console, const CommandInfo& command);
+
+// The title of the analysis shown over the limits.
+inline constexpr const char* kConsoleTitle = "Age-stage, two-sex life table analysis";
+
+}  // namespace korvan

@@ -1,0 +1,31 @@
+#pragma once
+// Passes every dialogue to another service and writes the dialogue met and the answer given
+// as a line of an answer file, so that the run can be repeated with --answers.
+#include <ostream>
+#include <string>
+
+#include "ui/prompt_service.h"
+
+namespace korvan {
+
+class TranscriptPrompts : public PromptService {
+ public:
+  TranscriptPrompts(PromptService& inner, std::ostream& out) : inner_(inner), out_(out) {}
+
+  int MsgBox(const std::string& text, const std::string& title, int buttons = kOKOnly,
+             int defaultButton = 1) override;
+  std::string InputBox(const std::string& text, const std::string& title,
+                       const std::string& defaultText = "") override;
+  std::string ChooseFile(const std::string& title) override;
+  void Status(const std::string& label, const std::string& text) override { inner_.Status(label, text); }
+  void Progress(long done, long total) override { inner_.Progress(done, total); }
+  void Beep() override { inner_.Beep(); }
+
+ private:
+  void Record(const std::string& key, const std::string& answer);
+
+  PromptService& inner_;
+  std::ostream& out_;
+};
+
+}  // namespace korvan
