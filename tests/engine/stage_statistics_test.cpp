@@ -4,6 +4,7 @@
 
 #include "engine/stage_statistics.h"
 #include "engine/stats_cohort.h"
+#include "input/data_file_reader.h"
 #include "support/test_support.h"
 
 namespace korvan {
@@ -338,6 +339,30 @@ TEST(StageStatistics, ReplicateTwinsFileTheirMeansUnderBoot) {
   // The twin leaves "M" and "N" out of the living.
   EXPECT_EQ(rep.S.ws.stageStats.AliveAtAge(0), 4);
   EXPECT_EQ(basic.S.ws.stageStats.AliveAtAge(0), 7);
+}
+
+// The same cohort as a data file (tests/data/stats_hand.txt), read by the reader of a Basic
+// Run: female 3's list "-1" is padded to three days of no eggs, and the figures stand.
+TEST(StageStatistics, HandCohortReadFromItsDataFile) {
+  SessionStore S;
+  NoPrompts P;
+  S.identity.DataFilePath = test::DataPath("stats_hand.txt");
+  S.options.MatingMode = "Yes";
+  S.header.RegularLifeTable = "Yes";
+  DataFileReader(S, P).InputData();
+  S.ws.tables.LastAge = S.ws.cohort.MaxLongevity - 1;
+  StageStatsEngine e(S, P);
+  e.CountOvipositionDays();
+  e.PreadultMean();
+  e.Life10();
+  e.APOPandTPOP();
+  const auto& w = S.ws.stageStats;
+  EXPECT_EQ(S.ws.cohort.MaxLongevity, 11);
+  EXPECT_NEAR(w.LongevityAll.mean, 51.0 / 7, 1e-12);
+  EXPECT_NEAR(w.FecundityF.mean, 6.25, 1e-12);
+  EXPECT_EQ(w.OviUnits(3), 0);
+  EXPECT_NEAR(w.TpopStat.mean, 17.0 / 3, 1e-12);
+  EXPECT_EQ(w.ApopStat.minimum, 1);
 }
 
 }  // namespace
