@@ -54,7 +54,8 @@ void StageStatsEngine::CalculateAdultLifeTable() {
 void StageStatsEngine::WriteAdultAgeSpecificLifeTable() {
   Flow("WriteAdultAgeSpecificLifeTable");
   const auto& r = S.stageStats;
-  if (W.stageStats.TotalFemaleEggs == 0) return;  // R0 = 0
+  // Left out when R0 is 0, that is when no female laid an egg, and under "Nooutput".
+  if (W.stageStats.TotalFemaleEggs == 0 || S.options.OutputLevel == "Nooutput") return;
   const int maxAge = W.stageStats.MaxFemaleAdultAge;
   TextFile f(OutputName(S, "_21B_Adult Age-spec life table without preadult mortality.txt"));
   f.Print("Project: ", S.identity.ProjectName);
@@ -73,7 +74,7 @@ void StageStatsEngine::WriteAdultAgeSpecificLifeTableB() {
   Flow("WriteAdultAgeSpecificLifeTableB");
   const auto& r = S.stageStats;
   const auto& w = W.stageStats;
-  if (w.TotalFemaleEggs == 0) return;
+  if (w.TotalFemaleEggs == 0 || S.options.OutputLevel == "Nooutput") return;
   const int maxAge = w.MaxFemaleAdultAge;
   const int pa = r.PreadultAgeRounded;
   TextFile f(OutputName(S, "_21A_Adult Age-spec life table with preadult mortality.txt"));
@@ -93,7 +94,7 @@ void StageStatsEngine::WriteFemaleLifeTableBasedOnPreAandSa() {
   Flow("WriteFemaleLifeTableBasedOnPreAandSa");
   const auto& r = S.stageStats;
   const auto& w = W.stageStats;
-  if (w.TotalFemaleEggs == 0) return;
+  if (w.TotalFemaleEggs == 0 || S.options.OutputLevel == "Nooutput") return;
   const int last = r.PreadultAgeRounded + w.MaxFemaleAdultAge;
   TextFile f(OutputName(S, "_21C_Age-life table with preA time and lx.txt"));
   f.Print("Project: ", S.identity.ProjectName);

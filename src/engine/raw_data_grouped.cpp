@@ -9,6 +9,7 @@ namespace korvan {
 
 void StageStatsEngine::WriteGroupedLifeTableFromIndividualData() {
   Flow("WriteGroupedLifeTableFromIndividualData");
+  if (S.options.OutputLevel == "Nooutput") return;
   const auto& t = W.tables;
   const auto& w = W.stageStats;
   const int mm = m();

@@ -218,9 +218,11 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
   }
 }
 
-// "_2c_Fig_Mx_SD_SE.txt" and "_2d_Fig_Fxj_SD_SE.txt".
+// "_2c_Fig_Mx_SD_SE.txt" and "_2d_Fig_Fxj_SD_SE.txt"; none under "Nooutput", which keeps the
+// main output only.
 void StageStatsEngine::WriteSDandSEofMx() {
   Flow("WriteSDandSEofMx");
+  if (S.options.OutputLevel == "Nooutput") return;
   const auto& w = W.stageStats;
   const double tu = TimeUnit();
   const long lastAge = W.tables.LastAge;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "engine/stage_statistics.h"
 #include "engine/stats_cohort.h"
 #include "support/test_support.h"
@@ -83,8 +85,26 @@ TEST(AdultAgeLifeTable, AgesInHalfDaysRoundHalfToEven) {
   EXPECT_EQ(r.PreadultAgeRounded, 3);
 }
 
-TEST(AdultAgeLifeTable, NoFilesWhenNoFemaleLaidEggs) {
+TEST(AdultAgeLifeTable, NoFilesWhenNoFemaleLaidEggsOrUnderNooutput) {
   AdultRun run(1, {{"F", {2, 2, 3}, {0, 0}}, {"M", {2, 2, 3}, {}}});
+  {
+    SessionStore S;
+    NoPrompts P;
+    test::TempDir dir;
+    test::LoadCohort(S, test::HandCohort());
+    S.identity.DataFileBase = dir.file("c");
+    S.options.OutputLevel = "Nooutput";
+    StageStatsEngine e(S, P);
+    e.CountOvipositionDays();
+    e.PreadultMean();
+    e.Life10();
+    e.CalculateAdultLifeTable();
+    e.WriteAdultAgeSpecificLifeTable();
+    e.WriteAdultAgeSpecificLifeTableB();
+    e.WriteFemaleLifeTableBasedOnPreAandSa();
+    EXPECT_TRUE(std::filesystem::is_empty(dir.path()));
+    EXPECT_EQ(S.stageStats.PreadultAgeRounded, 5);
+  }
   EXPECT_FALSE(std::filesystem::exists(run.dir.file("c_21B_Adult Age-spec life table without preadult mortality.txt")));
   EXPECT_FALSE(std::filesystem::exists(run.dir.file("c_21A_Adult Age-spec life table with preadult mortality.txt")));
   EXPECT_FALSE(std::filesystem::exists(run.dir.file("c_21C_Age-life table with preA time and lx.txt")));
