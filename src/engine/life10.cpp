@@ -68,7 +68,7 @@ void StageStatsEngine::Life10() {
     if (v > st.maximum) st.maximum = v;
     firstOfSex[s] = false;
   }
-  w.LongevityLoopEnd = static_cast<int>(n + 1);
+  W.lifeTable.LongevityCount = static_cast<int>(n + 1);
   ApplyStatisticsRule(w.LongevityAll, all.sum, all.sumSquares, all.n);
   for (long s = 1; s <= 3; ++s) ApplyStatisticsRule(w.SexLongevity(s), bySex[s].sum, bySex[s].sumSquares, bySex[s].n);
 
@@ -282,7 +282,7 @@ void StageStatsEngine::Life10boot() {
     w.Longevity(i) = TimeUnitToDays(steps, tu);
     AddDuration(steps, tu, sum, sumSquares);
   }
-  w.LongevityLoopEnd = c.CohortSize + 1;
+  W.lifeTable.LongevityCount = c.CohortSize + 1;
   ApplyStatisticsRule(w.LongevityAll, sum, sumSquares, c.CohortSize);
   S.boot.BootLongevity(static_cast<long>(W.run.Boot)) = w.LongevityAll.mean;
 }

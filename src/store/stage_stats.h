@@ -47,8 +47,6 @@ struct StageStatsWork {
 
   int AdultFemaleCount = 0;         // Nf
   int ReproductiveFemaleCount = 0;  // females with eggs
-  // The loop count that Life10 leaves behind (CohortSize + 1 once it ran, 0 before).
-  int LongevityLoopEnd = 0;
 
   // Durations (Life10): by stage, by sex and stage; cumulative from the first stage;
   // the span between the two special stages; longevity.

@@ -331,7 +331,8 @@ TEST(StageStatistics, ReplicateTwinsFileTheirMeansUnderBoot) {
   EXPECT_NEAR(b.BootOviPeriod(17), 8.0 / 3, 1e-12);
   EXPECT_NEAR(b.BootLongevity(17), 51.0 / 7, 1e-12);
   EXPECT_EQ(b.BootAPOP(0), 0);
-  EXPECT_EQ(rep.S.ws.stageStats.LongevityLoopEnd, 8);
+  // The count the longevity loop leaves behind: one past the cohort.
+  EXPECT_EQ(rep.S.ws.lifeTable.LongevityCount, 8);
   for (long i = 1; i <= 7; ++i) {
     EXPECT_EQ(rep.S.ws.stageStats.FirstOviAge(i), basic.S.ws.stageStats.FirstOviAge(i));
     EXPECT_EQ(rep.S.ws.stageStats.TotalFecundity(i), basic.S.ws.stageStats.TotalFecundity(i));
