@@ -122,5 +122,64 @@ TEST(StageStatisticsReport, ApopTableInWholeAndHalfTimeUnits) {
   }
 }
 
+// The closing table on the hand cohort (numbers checked in stage_statistics_test.cpp), and the
+// dashes where a count gives no mean or no spread.
+TEST(StageStatisticsReport, BasicStatisticsTable) {
+  SessionStore S;
+  test::TempDir dir;
+  test::LoadCohort(S, test::HandCohort(), 1);
+  Report(S, dir);
+  S.ws.params.PeakVxjAge = 6;
+  S.ws.params.FirstVxjAge = 4;
+  S.channels.MainOutput.Open(dir.file("life06.txt"));
+  NoPrompts P;
+  StageStatsEngine e(S, P);
+  e.Life06();
+  S.channels.MainOutput.Close();
+  const std::string r = test::ReadFile(dir.file("life06.txt"));
+  EXPECT_EQ(r.find("\f"), 0u);
+  EXPECT_NE(r.find("Table 5. Basic Statistics of Life History Data  (This table is based on routine\n"
+                   "          statistics.  I suggest you try the bootstrap method.)\n"),
+            std::string::npos);
+  for (const char* line : {
+           "Stage              Sex        N         Mean      S.D.      S.E.      Variance",
+           "Egg                All        6         2.33      0.52      0.21      0.27 ",
+           "Adult Female       All        5         4         1.58      0.71      2.5 ",
+           "Egg                M          1         3         -         -         -",
+           "Larva              N          0        -          -         -         -",
+           "Male               M          1         6         -         -         -",
+           "Egg-Adult          All        5         9.2       1.92      0.86      3.7 ",
+           "Egg-Larva          F          4         5.25      0.96      0.48      0.92 ",
+           "Mean longevity     All        7         7.29      3.73      1.41      13.9 ",
+           "Mean longevity     N          2         2.5       2.12      1.5       4.5 ",
+           "Fecundity (F)      F (all)    4         6.25      5.68      2.84      32.25 ",
+           "Fecundity (Fr)     Rep. F     3         8.33      4.73      2.73      22.33 ",
+           "TPOP               F          3         5.67      0.58      0.33      0.33 ",
+           "APOP               F          3         0.67      0.58      0.33      0.33 ",
+           "Ovi. days          F          3         2         1         0.58      1 ",
+           "F : M : N = 4:1:2",
+           "Among 4 females, 1 female(s) did not produce offspring.",
+           "If you use jackknife method, you will get 4 zeros of pseudo-R0.",
+           "The age of peak v(x,j) is  6 . In general, it must be between  4 ",
+           "and TPOP 5.67  or close to  5.66666666666667 .",
+           "The percentage of oviposition days is 57.14 %.",
+           "using all bootstrap sample means.  Thus, it is the variance of all means.",
+       })
+    EXPECT_TRUE(HasLine(r, line)) << line;
+  // Without females there are no fecundity, APOP, TPOP or oviposition rows.
+  SessionStore S2;
+  test::LoadCohort(S2, {{"M", {2, 2, 3}, {}}, {"N", {2, -1}, {}}});
+  Report(S2, dir);
+  S2.channels.MainOutput.Open(dir.file("life06b.txt"));
+  StageStatsEngine e2(S2, P);
+  e2.Life06();
+  S2.channels.MainOutput.Close();
+  const std::string r2 = test::ReadFile(dir.file("life06b.txt"));
+  EXPECT_EQ(r2.find("Fecundity (F)"), std::string::npos);
+  EXPECT_EQ(r2.find("Ovi. days"), std::string::npos);
+  EXPECT_EQ(r2.find("The age of peak v(x,j)"), std::string::npos);
+  EXPECT_TRUE(HasLine(r2, "F : M : N = 0:1:1"));
+}
+
 }  // namespace
 }  // namespace korvan
