@@ -133,9 +133,9 @@ void BasicRunDriver::cmdBasicRunA2_Click() {
     }
     StepPrintCxjAndBxj();
     StepPrintIntrinsicRateTable();
-    StepLife06();
+    stats.Life06();
     StepPrintTotalPopulationParameters();
-    StepLife07();
+    stats.Life07();
 
     // 17: a run of a 3D study is marked by the user field of its file.
     const std::string& user = S.identity.UserName;

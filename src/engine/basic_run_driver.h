@@ -44,10 +44,6 @@ class BasicRunDriver : public Procedures {
   void StepWriteGraphDataTailedR0andR();
   void StepWriteGraphDataCumuR0andR();
 
-  // Basic statistics table, the age-specific life table for graphs.
-  void StepLife06() {}
-  void StepLife07() {}
-
   // The chart of s(x,j) on the console.
   void StepShowSxj() {}
 

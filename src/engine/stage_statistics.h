@@ -56,7 +56,6 @@ class StageStatsEngine : public Procedures {
   // Closing files of a run.
   void Life07();
   void Life08();
-  void WriteSxFig();
   void WriteStageRawDataInColumns();
   void WriteRawDataInRow();
   void WriteEachStageRawDataInColumn();

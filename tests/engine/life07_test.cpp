@@ -65,18 +65,5 @@ TEST(Life07, AgeSpecificFigureFileAndItsOutputLevel) {
   EXPECT_TRUE(std::filesystem::is_empty(dir.path()));
 }
 
-// Both adult stages are columns; the closing row has the age after the last and blanked zeros.
-TEST(Life07, SurvivalFigureByStage) {
-  SessionStore S;
-  NoPrompts P;
-  test::TempDir dir;
-  SmallTable(S, 1);
-  S.identity.DataFileBase = dir.file("c");
-  StageStatsEngine e(S, P);
-  e.WriteSxFig();
-  EXPECT_EQ(test::ReadFile(dir.file("c_1_Fig_Sx.txt")),
-            "\"Age-stage survival rate\"\nAge,Nymph,Female,Male\n0,1,0,0\n1,0,0.25,0.25\n2,0,0.25,0\n3, 0, 0, 0\n");
-}
-
 }  // namespace
 }  // namespace korvan
