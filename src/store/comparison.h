@@ -35,6 +35,40 @@ struct ComparisonRecord {
   double PairAlphaSidak = 0;
   std::string RuleWide, RuleWideThin, RuleEighty, RuleEightyThin, RuleShort, RuleShortThin, RuleTable,
       RuleTableThin;
+
+  // --- the paired bootstrap test and its report
+  std::string FastPBT, DetailedDifferences = "No", Transformation = "No", UseQuickSort, PickedOneByOne,
+      CartesianRun;
+  int TableNumber = 0;
+  std::string ProjectTitle, Description;  // head of a pooled file
+  std::int32_t BootB = 0, LargestB = 0;
+  Vec<std::string, 0, kMaxTreatmentIndex> TreatmentFile{"TreatmentFile"}, TreatmentFileSorted{"TreatmentFileSorted"},
+      TreatmentParameter{"TreatmentParameter"};
+  Vec<double, 0, kMaxTreatmentIndex> TreatmentOriginal{"TreatmentOriginal"};
+  Vec<std::int32_t, 0, kMaxTreatmentIndex> BootCount{"BootCount"};
+  Vec<double, 0, kMaxTreatmentIndex> BootSum{"BootSum"}, BootSumSq{"BootSumSq"}, BootMean{"BootMean"},
+      BootScaled{"BootScaled"}, BootVar1{"BootVar1"}, BootVar2{"BootVar2"}, BootSE{"BootSE"};
+  // One-way table on the bootstrap means.
+  double GrandMean = 0, SSB = 0, SSW = 0, MSB = 0, MSW = 0, FValue = 0;
+  double dfB = 0, dfW = 0;
+  // Pair results (i < j unless noted).
+  using PairTable = Mat<double, kMaxTreatmentIndex, kMaxTreatmentIndex>;
+  using PairCounter = Mat<std::int32_t, kMaxTreatmentIndex, kMaxTreatmentIndex>;
+  PairTable PairMeanDiff{"PairMeanDiff"}, PairVar{"PairVar"}, PairSE{"PairSE"}, PairLower{"PairLower"},
+      PairUpper{"PairUpper"}, PairPctLower{"PairPctLower"}, PairPctUpper{"PairPctUpper"}, PairP{"PairP"},
+      MeanDifference{"MeanDifference"};
+  PairCounter PairBelowZero{"PairBelowZero"}, PairBeyondTwice{"PairBeyondTwice"},
+      PairInsideCount{"PairInsideCount"}, PairOutsideCount{"PairOutsideCount"},
+      PairNegativeCount{"PairNegativeCount"};
+  Mat<std::string, kMaxTreatmentIndex, kMaxTreatmentIndex> PairTails{"PairTails"};
+  // The paired differences of the pair in hand, positions 1..B.
+  ZeroList<double, kMaxBootIndex> PairDifference{"PairDifference"};
+  double CurveMean = 0, CurveSE = 0;
+  int CurveFirst = 0, CurveSecond = 0;  // the pair whose curve is written
+  // Run clock.
+  std::string BootBeginTime, BootEndTime;
+  double BeginSeconds = 0, ElapsedSeconds = 0;
+  std::string ReportName;
 };
 
 }  // namespace korvan

@@ -1,0 +1,122 @@
+// Console commands of the paired bootstrap test: "C. Paired BT" (one file per treatment) and
+// the pooled route (one file holding all treatments).
+#include <string>
+
+#include "comparison/paired_test.h"
+#include "store/faults.h"
+
+namespace korvan {
+
+namespace {
+
+void OpenFlowRecord(SessionStore& S) {
+  S.options.FlowMode = "Yes";
+  S.identity.FlowFileName = S.identity.DataFileBase + "_0_Flow.txt";
+  S.channels.Flow.Open(S.identity.FlowFileName);
+}
+
+// Every treatment and pair field of an earlier comparison back to its start.
+void EraseComparison(ComparisonRecord& c) {
+  c.BootValue.Clear();
+  c.BootValueSeen.Clear();
+  for (long i = 0; i <= kMaxTreatmentIndex; ++i) {
+    c.TreatmentTitle(i).clear();
+    c.TreatmentN(i) = c.TreatmentB(i) = c.BootCount(i) = 0;
+    c.TreatmentOriginal(i) = c.FirstPassMean(i) = c.BootMean(i) = c.BootSE(i) = 0;
+    for (long j = 0; j <= kMaxTreatmentIndex; ++j) {
+      c.PairP(i, j) = c.MeanDifference(i, j) = c.PairLower(i, j) = c.PairPctLower(i, j) = 0;
+    }
+  }
+}
+
+}  // namespace
+
+void PairedBootTest::cmdPairedBootTest_Click() {
+  Flow("cmdPairedBootTest_Click");
+  auto& c = S.comparison;
+  c.PickedOneByOne = "Yes";
+  c.CartesianRun = "No";
+  P.Status("lblBootMsg",
+           "Input data for paired bootstrap test.\nIn general you choose \"...Effect boot...txt\" files one by one.");
+  S.console.Show("MSChart1", false);
+  S.console.Show("lblBootBegin", false);
+  S.console.Show("lblBootEnd", false);
+  c.TableNumber = 0;
+
+  const std::string fastText =
+      "Do you want to run fast paired bootstrap test?\n\nFast PBT:\n"
+      "1. No detailed info (no detailed differences between treatments).\n"
+      "2. You don't need the flow record.\n3. No transformation.\n4. Quicksort and 1024 classes.\n"
+      "5. Do not add additional code.\n\nDetailed steps:\n"
+      "1. You can get detailed differences between treatments.\n"
+      "2. You can use logit or arcsine transformation.\n\nYes: Fast PBT.  No: Detailed steps.";
+  if (P.MsgBox(fastText, "Fast paired bootstrap test?", kYesNo) == kYes) {
+    c.FastPBT = "Yes";
+    S.options.FlowMode = "No";
+    c.Transformation = "No";
+    c.UseQuickSort = "Yes";
+    S.boot.sort.QuickRangesWanted = 1024;
+  } else {
+    c.FastPBT = "No";
+    S.boot.sort.QuickRangesWanted = 1024;
+    if (P.MsgBox("Do you need the detailed info?", "Do you need detailed info?", kYesNo) == kYes &&
+        P.MsgBox("Do you need the record of program flow?", "Do you need flow record?", kYesNo) == kYes) {
+      S.identity.DataFileBase = "24-Paired boot test";
+      OpenFlowRecord(S);
+    }
+    EraseComparison(c);
+  }
+
+  for (const char* cmd : {"cmdReadDataA1", "cmdBasicRunA2", "cmdBootstrap", "cmdPBTPooled"}) S.console.Disable(cmd);
+  P.Status("cmdPBTPooled", "(Disabled)");
+  c.DetailedDifferences = "No";
+  if (c.FastPBT != "Yes" &&
+      P.MsgBox("Do you need detailed differences between treatments and normal density curves?",
+               "Detailed differences", kYesNo) == kYes)
+    c.DetailedDifferences = "Yes";
+
+  InputRawDataForCIonebyone();
+  BasicAnalysisForCI();
+  PrintMultiCIofDifference();
+  AfterRun();
+
+  const std::string done =
+      "Congratulation!  Completed!\nAttention! This comparison is based on t confidence intervals.\n"
+      "           This comparison based on percentile confidence intervals may be different.\n\n"
+      "Yes: Analyze the next data set.\nNo: End KORVAN.";
+  if (P.MsgBox(done, "Task completed!", kYesNo) == kNo) throw ProgramEnd{"End KORVAN.", "Task completed!"};
+  P.Status("lblBootMsg", "");
+}
+
+void PairedBootTest::cmdPBTPooled_Click() {
+  Flow("cmdPBTPooled_Click");
+  auto& c = S.comparison;
+  c.PickedOneByOne = "No";
+  c.CartesianRun = "No";
+  c.FastPBT = "No";
+  c.TableNumber = 0;
+  if (P.MsgBox("Do you need the record of program flow?", "Do you need flow record?", kYesNo) == kYes) {
+    S.identity.DataFileBase = "24-Paired boot test pooled";
+    OpenFlowRecord(S);
+  }
+  for (const char* cmd : {"cmdReadDataA1", "cmdBasicRunA2", "cmdBootstrap", "cmdPairedBootTest"})
+    S.console.Disable(cmd);
+  P.Status("cmdBasicRunA2", "(Unavailabe)");
+  P.Status("cmdPairedBootTest", "(Disabled)");
+  c.DetailedDifferences = "No";
+  if (P.MsgBox("Do you need detailed differences between treatments and normal density curves?",
+               "Detailed differences", kYesNo) == kYes)
+    c.DetailedDifferences = "Yes";
+  MultipleComparisonBasedOnCI();
+  InputRawDataForCI();
+  BasicAnalysisForCI();
+  PrintMultiCIofDifference();
+  AfterRun();
+}
+
+void PairedBootTest::AfterRun() {
+  for (const char* cmd : {"cmdPBTPooled", "cmdMatchedLifeTable", "FMNmatrices"}) S.console.Disable(cmd);
+  S.console.Show("MSFlexGrid1");
+}
+
+}  // namespace korvan

@@ -1,0 +1,57 @@
+#pragma once
+// The paired bootstrap test: treatments compared on one statistic through the bootstrap values
+// their runs left in "_Effect Boot-..." column files. The k-th value of one treatment is paired
+// with the k-th value of the other; the B differences give t limits, percentile limits and a
+// P-value for every pair, and the multiple-comparison report with its tables.
+#include <string>
+
+#include "store/procedures.h"
+#include "text/text_file.h"
+
+namespace korvan {
+
+class PairedBootTest : public Procedures {
+ public:
+  using Procedures::Procedures;
+
+  // Console commands.
+  void cmdPairedBootTest_Click();
+  void cmdPBTPooled_Click();
+
+  // Reading.
+  void InputRawDataForCIonebyone();
+  void MultipleComparisonBasedOnCI();
+  void InputRawDataForCI();
+
+  // Statistics of the treatments and of every pair; detail files.
+  void BasicAnalysisForCI();
+  void WriteNormalDensityCurveForDifferenceAndCI();
+
+  // The report.
+  void PrintMultiCIofDifference();
+  void PrintPairTestTable();
+  void PrintPairTestTable4Treats();
+  void PrintPairTestTable5Treats();
+
+ private:
+  // Shared steps of the two reading routes.
+  void SetPairCountAndAlpha();
+  void OrderTreatmentsByMean(bool pooled);
+  void BuildRules();
+  void PairStep(int i, int j);
+  void SortDifferences(long count);
+  void PrintReportHead();
+  void PrintPairBlock(int i, int j);
+  void PrintLetterTable();
+  void PrintClosing();
+  void AfterRun();
+  // Letter rows for the treatments of the report; letters(t) of treatment t (1-based).
+  void PrintLetterRow(int t, const std::string& letters);
+
+  TextFile report_;  // channel 3 while the report is written
+};
+
+// Date and time as the console shows them ("m/d/yyyy h:mm:ss AM").
+std::string DateTimeText();
+
+}  // namespace korvan

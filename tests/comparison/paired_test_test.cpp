@@ -1,0 +1,192 @@
+// Paired bootstrap test: crafted column files, values checked against sums done here.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "comparison/paired_test.h"
+#include "support/fake_prompts.h"
+#include "support/test_support.h"
+#include "ui/multi_ci_table.h"
+
+namespace korvan {
+namespace {
+
+using test::FakePrompts;
+using test::ReadFile;
+using test::TempDir;
+
+// A column file as the bootstrap writes it; the list closes with -1.
+std::string ColumnFile(const TempDir& dir, const std::string& name, const std::string& title, int statedB,
+                       double original, const std::vector<double>& values) {
+  std::string text = "\"" + title + "-r\"\n\"Next line is Bootstrap sample size (n)\"\n30\n"
+                     "\"Next line is total effective Bootstrap number (B)\"\n" + std::to_string(statedB) +
+                     "\n\"r\",30," + std::to_string(original) + "\n";
+  for (double v : values) text += std::to_string(v) + "\n";
+  text += "-1\n";
+  const std::string path = dir.file(name);
+  test::WriteFile(path, text);
+  return path;
+}
+
+std::vector<double> Values(int B, double centre, double spread, unsigned seed) {
+  std::vector<double> v;
+  unsigned s = seed;
+  for (int k = 0; k < B; ++k) {
+    s = s * 1103515245u + 12345u;
+    v.push_back(std::stod(std::to_string(centre + spread * (((s >> 8) % 1000) / 1000.0 - 0.5))));  // as written
+  }
+  return v;
+}
+
+// Runs command C in fast mode over the given files from inside dir; returns the report text.
+struct CommandRun {
+  SessionStore S;
+  FakePrompts prompts;
+  std::string report;
+  void Command(const TempDir& dir, const std::vector<std::string>& files) {
+    prompts.Answer("Fast paired bootstrap test?", "Yes")
+        .Answer("Read data file one by one for multiple comparison", std::to_string(files.size()))
+        .Answer("Task completed", "OK")
+        .Answer("Task completed!", "Yes");
+    for (std::size_t i = 0; i < files.size(); ++i) prompts.Answer("Input treatment " + std::to_string(i + 1), files[i]);
+    const auto here = std::filesystem::current_path();
+    std::filesystem::current_path(dir.path());
+    PairedBootTest(S, prompts).cmdPairedBootTest_Click();
+    std::filesystem::current_path(here);
+    report = ReadFile(dir.file(S.comparison.ReportName));
+  }
+};
+
+bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+TEST(PairedBootTest, PairStatisticsAgainstSumsOverTheDifferences) {
+  TempDir dir;
+  const int B = 40;
+  const auto low = Values(B, 0.20, 0.04, 7), high = Values(B, 0.23, 0.05, 11);
+  // The smaller mean is read first: the larger one must still become treatment 1.
+  const auto f1 = ColumnFile(dir, "low.txt", "Low", B, 0.2, low);
+  const auto f2 = ColumnFile(dir, "high.txt", "High", B, 0.23, high);
+  CommandRun run;
+  run.Command(dir, {f1, f2});
+  const auto& c = run.S.comparison;
+  ASSERT_EQ(c.TreatmentTitle(1), "High-r");
+  EXPECT_EQ(c.BootCount(1), B);
+
+  std::vector<double> d;
+  double sum = 0, sumSq = 0;
+  int outside = 0;
+  double m1 = 0, m2 = 0;
+  for (int k = 0; k < B; ++k) m1 += high[k] / B, m2 += low[k] / B;
+  for (int k = 0; k < B; ++k) {
+    d.push_back(high[k] - low[k]);
+    sum += d.back();
+    sumSq += d.back() * d.back();
+    if (d.back() <= 0 || d.back() >= 2 * (m1 - m2)) ++outside;
+  }
+  const double mean = sum / B, se = std::sqrt((sumSq - sum * sum / B) / (B - 1));
+  EXPECT_NEAR(c.PairMeanDiff(1, 2), mean, 1e-12);
+  EXPECT_NEAR(c.PairSE(1, 2), se, 1e-12);
+  EXPECT_NEAR(c.PairLower(1, 2), mean - 1.959964 * se, 1e-12);
+  EXPECT_NEAR(c.PairUpper(1, 2), mean + 1.959964 * se, 1e-12);
+  std::sort(d.begin(), d.end());
+  // B = 40: positions round(1.5) = 2 and round(39.5) = 40, a half going to the even one.
+  EXPECT_DOUBLE_EQ(c.PairPctLower(1, 2), d[1]);
+  EXPECT_DOUBLE_EQ(c.PairPctUpper(1, 2), d[39]);
+  EXPECT_DOUBLE_EQ(c.PairP(1, 2), static_cast<double>(outside) / B);
+  EXPECT_DOUBLE_EQ(c.PairP(2, 1), c.PairP(1, 2));
+  EXPECT_EQ(c.PairNegativeCount(1, 2), std::count_if(d.begin(), d.end(), [](double x) { return x < 0; }));
+
+  // Two treatments: no Sidak lines; B = 40 is none of the four rounded B.
+  EXPECT_FALSE(Has(run.report, "Alpha(Sidak)"));
+  EXPECT_FALSE(Has(run.report, "Because B is limited"));
+  EXPECT_TRUE(Has(run.report, " Comparison between High-r vs Low-r"));
+  EXPECT_TRUE(Has(run.report, " Number of bootstrap resamplings (B)= 40 "));
+
+  const MultiCITable grid = ShowMultiCIofDifference(run.S);
+  EXPECT_EQ(grid.rows, 3);
+  EXPECT_EQ(grid.Cell(0, 1), "High-r");
+  EXPECT_EQ(grid.Cell(1, 1), " ----");
+  EXPECT_EQ(grid.Cell(2, 1), (c.PairLower(1, 2) > 0 ? "*" : "") + FullPrecision(RoundDisplay(c.PairP(1, 2), 4)));
+}
+
+TEST(PairedBootTest, EqualMeansShortListsAndRoundedB) {
+  TempDir dir;
+  // Equal files: every difference is 0, so no sample is "Different" and P = 1.
+  const auto same = Values(100, 0.3, 0.02, 3);
+  const auto a = ColumnFile(dir, "a.txt", "A", 100, 0.3, same);
+  const auto b = ColumnFile(dir, "b.txt", "B", 100, 0.3, same);
+  // A file that states B = 100 but holds 60 values before its -1: B is corrected to 60, and a
+  // large gap to the others makes every P 0 (B of treatment 1 is 100: "P < 0.01").
+  const auto c3 = ColumnFile(dir, "c.txt", "C", 100, 0.1, Values(60, 0.1, 0.01, 5));
+  CommandRun run;
+  run.Command(dir, {a, b, c3});
+  const auto& c = run.S.comparison;
+  EXPECT_EQ(c.TreatmentB(3), 60);
+  EXPECT_EQ(c.BootCount(3), 60);
+  EXPECT_DOUBLE_EQ(c.PairP(1, 2), 1.0);
+  EXPECT_EQ(c.PairInsideCount(1, 2), 0);
+  EXPECT_TRUE(Has(run.report, " * No signif. diff. btw. treatments."));
+  EXPECT_DOUBLE_EQ(c.PairP(1, 3), 0.0);
+  // Pair (2, 3) pairs 100 places of treatment 2 with 60 values and 40 zeros of treatment 3.
+  EXPECT_EQ(c.PairOutsideCount(2, 3) + c.PairInsideCount(2, 3), 100);
+  EXPECT_TRUE(Has(run.report, "Because B is limited, if P = 0, you can report P < 0.01."));
+  EXPECT_TRUE(Has(run.report, " Alpha(Sidak) ="));
+  EXPECT_NEAR(c.PairAlphaSidak, 1 - std::pow(0.95, 1.0 / 3), 1e-15);
+  // n = 3 letters: 1 and 2 alike, both differ from 3.
+  EXPECT_TRUE(Has(run.report, " a\n"));
+  EXPECT_TRUE(Has(run.report, " b\n"));
+}
+
+// The block of one pair written from a store filled by hand.
+std::string PairBlock(double pairLower, double pctLower, double p) {
+  TempDir dir;
+  SessionStore S;
+  FakePrompts prompts;
+  auto& c = S.comparison;
+  S.identity.DataFileBase = dir.file("edge");
+  c.FastPBT = "Yes";
+  c.PickedOneByOne = "No";
+  c.TreatmentCount = 2;
+  c.ParameterName = "r";
+  for (int i = 1; i <= 2; ++i) {
+    c.TreatmentTitle(i) = i == 1 ? "T1" : "T2";
+    c.BootCount(i) = 1000;
+    c.TreatmentB(i) = 1000;
+    c.BootMean(i) = i == 1 ? 0.3 : 0.2;
+  }
+  c.RuleTable = std::string(37, '=');
+  c.RuleTableThin = std::string(37, '-');
+  c.PairLower(1, 2) = pairLower;
+  c.PairPctLower(1, 2) = pctLower;
+  c.PairP(1, 2) = c.PairP(2, 1) = p;
+  prompts.Answer("Task completed", "OK");
+  PairedBootTest(S, prompts).PrintMultiCIofDifference();
+  return ReadFile(c.ReportName);
+}
+
+TEST(PairedBootTest, LimitsOfExactlyZeroAndPOfFiveHundredths) {
+  // A t limit of 0 is not significant; a percentile limit of 0 is.
+  const std::string zero = PairBlock(0.0, 0.0, 0.05);
+  EXPECT_TRUE(Has(zero, " * No signif. diff. btw. T1 and T2."));
+  EXPECT_TRUE(Has(zero, " # Signif. diff. btw. T1 and T2."));
+  // P = 0.05 in the insignificant branch is inconsistent...
+  EXPECT_TRUE(Has(zero, " # This P-value is inconsistent with the results of CI."));
+  // ...and consistent in the significant one.
+  const std::string sig = PairBlock(0.01, 0.01, 0.05);
+  EXPECT_TRUE(Has(sig, " * Signif. diff. btw. T1 and T2."));
+  EXPECT_FALSE(Has(sig, "inconsistent with the results of CI"));
+  // A P of 0 with B = 1000, and the t and percentile limits that disagree.
+  const std::string none = PairBlock(0.01, -0.01, 0.0);
+  EXPECT_TRUE(Has(none, "you can report P < 0.001."));
+  EXPECT_FALSE(Has(none, "Note well: The lower"));
+  const std::string apart = PairBlock(-0.01, 0.01, 0.2);
+  EXPECT_FALSE(Has(apart, "Note well: The lower"));
+  EXPECT_TRUE(Has(apart, " # Signif. diff. btw. T1 and T2."));
+}
+
+}  // namespace
+}  // namespace korvan
