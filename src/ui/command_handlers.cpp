@@ -3,6 +3,7 @@
 #include "store/procedures.h"
 
 // One include per family of built commands.
+#include "comparison/paired_test.h"
 
 namespace korvan {
 
@@ -23,6 +24,8 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
   // One line per built command: {"control name", Run<Family, &Family::control_Click>},
   static const std::map<std::string, CommandHandler, std::less<>> handlers = {
       {"Command1", Quit},
+      {"cmdPairedBootTest", Run<PairedBootTest, &PairedBootTest::cmdPairedBootTest_Click>},
+      {"cmdPBTPooled", Run<PairedBootTest, &PairedBootTest::cmdPBTPooled_Click>},
   };
   return handlers;
 }
