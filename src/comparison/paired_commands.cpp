@@ -4,6 +4,7 @@
 
 #include "comparison/paired_test.h"
 #include "store/faults.h"
+#include "ui/command_handlers.h"
 
 namespace korvan {
 
@@ -84,7 +85,7 @@ void PairedBootTest::cmdPairedBootTest_Click() {
       "Congratulation!  Completed!\nAttention! This comparison is based on t confidence intervals.\n"
       "           This comparison based on percentile confidence intervals may be different.\n\n"
       "Yes: Analyze the next data set.\nNo: End KORVAN.";
-  if (P.MsgBox(done, "Task completed!", kYesNo) == kNo) throw ProgramEnd{"End KORVAN.", "Task completed!"};
+  if (P.MsgBox(done, "Task completed!", kYesNo) == kNo) throw SessionQuit{};
   P.Status("lblBootMsg", "");
 }
 

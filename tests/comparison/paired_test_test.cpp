@@ -190,3 +190,36 @@ TEST(PairedBootTest, LimitsOfExactlyZeroAndPOfFiveHundredths) {
 
 }  // namespace
 }  // namespace korvan
+
+namespace korvan {
+namespace {
+
+TEST(PairedBootTest, PooledFileOrdersByMeanAndNamesItsReport) {
+  TempDir dir;
+  // Three treatments in one file, the largest mean last; values close with -1.
+  test::WriteFile(dir.file("pool.txt"),
+                  "\"Project\"\n\"Desc\"\n\"R0\"\n3\n"
+                  "\"Low\",20,1\n1\n2\n0\n-1\n"
+                  "\"Mid\",20,5\n5\n6\n4\n-1\n"
+                  "\"Top\",20,9\n9\n10\n8\n11\n-1\n");
+  SessionStore S;
+  FakePrompts prompts;
+  prompts.Answer("Do you need flow record?", "No")
+      .Answer("Detailed differences", "No")
+      .Answer("Open pooled file of treatments for paired bootstrap test", dir.file("pool.txt"))
+      .Answer("Task completed", "OK");
+  PairedBootTest(S, prompts).cmdPBTPooled_Click();
+  const auto& c = S.comparison;
+  EXPECT_EQ(c.TreatmentTitle(1), "Top");
+  EXPECT_EQ(c.TreatmentTitle(3), "Low");
+  EXPECT_EQ(c.TreatmentB(1), 4);
+  EXPECT_DOUBLE_EQ(c.BootMean(1), 9.5);
+  EXPECT_DOUBLE_EQ(c.TreatmentOriginal(2), 5);
+  // Treatment 1 has a fourth value against a 0 of the others: d = 11 lies beyond 2D.
+  EXPECT_EQ(c.PairBeyondTwice(1, 2), 1);
+  EXPECT_EQ(c.ReportName, dir.file("pool") + "_0_comparison-R0_result.txt");
+  EXPECT_TRUE(Has(ReadFile(c.ReportName), " Project: Project "));
+}
+
+}  // namespace
+}  // namespace korvan
