@@ -3,7 +3,10 @@
 #include "store/procedures.h"
 
 // One include per family of built commands.
+#include "bootstrap/bootstrap_driver.h"
 #include "comparison/paired_test.h"
+#include "engine/basic_run_driver.h"
+#include "input/read_data_a1.h"
 
 namespace korvan {
 
@@ -24,6 +27,9 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
   // One line per built command: {"control name", Run<Family, &Family::control_Click>},
   static const std::map<std::string, CommandHandler, std::less<>> handlers = {
       {"Command1", Quit},
+      {"cmdReadDataA1", Run<ReadDataA1, &ReadDataA1::cmdReadDataA1_Click>},
+      {"cmdBasicRunA2", Run<BasicRunDriver, &BasicRunDriver::cmdBasicRunA2_Click>},
+      {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
       {"cmdPairedBootTest", Run<PairedBootTest, &PairedBootTest::cmdPairedBootTest_Click>},
       {"cmdPBTPooled", Run<PairedBootTest, &PairedBootTest::cmdPBTPooled_Click>},
   };
