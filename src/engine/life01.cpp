@@ -100,11 +100,12 @@ void LifeTableEngine::Life01Gosub290() {
   else
     S.lifeTable.PreadultSurvivalOriginal = L.PreadultSurvival;
 
-  // LastAge: MaxLongevity - 1 as a rule; the longest cumulative time less 1 when the count
-  // of the longevity statistics exceeds the cohort.
+  // LastAge: MaxLongevity - 1 as a rule, and always in a Basic Run, where the longevity
+  // statistics haven't run yet; once their loop has left a count above the cohort, the longest
+  // time to the end of the adult stage less 1.
   double longest = 0;
   for (int i = 1; i <= N; ++i) longest = std::max(longest, std::fabs(L.CumulativeDuration(i, m)));
-  if (L.LongevityCount > N)
+  if (W.stageStats.LongevityLoopEnd > N)
     W.tables.LastAge = CInt(longest) - 1;
   else
     W.tables.LastAge = C.MaxLongevity - 1;

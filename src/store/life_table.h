@@ -65,8 +65,6 @@ struct LifeTableWork {
   int WalkIndividual = 0;  // the individual and the age of the step in hand
   int WalkAge = 0;
   double SumNxj = 0;
-  // Count left by the longevity statistics; above CohortSize it shortens LastAge by one.
-  int LongevityCount = 0;
 
   // Fecundity, survival rates and cost.
   AgeStage FxjTotal{"FxjTotal"};

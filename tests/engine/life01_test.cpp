@@ -151,5 +151,20 @@ TEST(StageStatistics, FecundityOfFemalesWithoutEggsAndOfAReplicate) {
   EXPECT_EQ(P.status.size(), shown);
 }
 
+// LastAge is MaxLongevity - 1 until the longevity statistics have run; after them (a later
+// pass in the session) it is the longest time to the end of the adult stage less 1, which
+// leaves out the days an individual lived in the stage of its death.
+TEST(StageStatistics, LastAgeBeforeAndAfterTheLongevityStatistics) {
+  SessionStore S;
+  ListPrompts P;
+  LifeTableEngine E(S, P);
+  LoadCohort(S, 2, {{"N", {3, -5}, {}}, {"F", {1, 1}, {}}});
+  E.Life01();
+  EXPECT_EQ(S.ws.tables.LastAge, 7);
+  S.ws.stageStats.LongevityLoopEnd = 3;
+  E.Life01();
+  EXPECT_EQ(S.ws.tables.LastAge, 2);
+}
+
 }  // namespace
 }  // namespace korvan
