@@ -105,7 +105,7 @@ void LifeTableEngine::Life01Gosub290() {
   // time to the end of the adult stage less 1.
   double longest = 0;
   for (int i = 1; i <= N; ++i) longest = std::max(longest, std::fabs(L.CumulativeDuration(i, m)));
-  if (W.stageStats.LongevityLoopEnd > N)
+  if (L.LongevityCount > N)
     W.tables.LastAge = CInt(longest) - 1;
   else
     W.tables.LastAge = C.MaxLongevity - 1;

@@ -65,6 +65,9 @@ struct LifeTableWork {
   int WalkIndividual = 0;  // the individual and the age of the step in hand
   int WalkAge = 0;
   double SumNxj = 0;
+  // Count left by the longevity statistics' loop (0 until they run); above CohortSize it
+  // changes the rule of LastAge.
+  int LongevityCount = 0;
 
   // Fecundity, survival rates and cost.
   AgeStage FxjTotal{"FxjTotal"};

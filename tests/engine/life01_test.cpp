@@ -161,7 +161,7 @@ TEST(StageStatistics, LastAgeBeforeAndAfterTheLongevityStatistics) {
   LoadCohort(S, 2, {{"N", {3, -5}, {}}, {"F", {1, 1}, {}}});
   E.Life01();
   EXPECT_EQ(S.ws.tables.LastAge, 7);
-  S.ws.stageStats.LongevityLoopEnd = 3;
+  S.ws.lifeTable.LongevityCount = 3;
   E.Life01();
   EXPECT_EQ(S.ws.tables.LastAge, 2);
 }
