@@ -314,6 +314,7 @@ void BootstrapDriver::AskHistogramAndNormalCurves() {
 
 void BootstrapDriver::SetResamplingMarkers() {
   S.boot.ResampleKind = "b";
+  W.run.ResampleKind = "b";
   W.run.IsResamplingFlag = "y";
   W.run.IsBasicRunFlag = "n";
   W.run.Boot = 0;

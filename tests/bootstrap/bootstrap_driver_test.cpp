@@ -117,7 +117,17 @@ TEST(BootstrapDriver, LxSumsAreThoseOfTheSamples) {
     EXPECT_GE(R.LxLower(x), 0);
     EXPECT_LE(R.LxUpper(x), 1);
     EXPECT_LE(R.LxLower(x), S->basic.OriginalLx(x) + 1e-12);
+    // m(x): limits centred on the cohort's m(x), the lower one not below 0.
+    const double mx0 = S->params.BasicRunMx(x);
+    EXPECT_NEAR(R.MxUpper(x) - mx0, 1.959964 * R.MxSE(x), 1e-9) << x;
+    EXPECT_NEAR(R.MxLower(x), std::max(0.0, mx0 - 1.959964 * R.MxSE(x)), 1e-9) << x;
+    EXPECT_NEAR(R.MxMean(x), R.MxSum(x) / 60, 1e-12) << x;
+    EXPECT_LE(R.MxMin(x), R.MxMean(x) + 1e-12);
+    EXPECT_GE(R.MxMax(x), R.MxMean(x) - 1e-12);
   }
+  double mxTotal = 0;
+  for (int x = 0; x <= last; ++x) mxTotal += R.MxSum(x);
+  EXPECT_GT(mxTotal, 0);
 }
 
 // For a few samples, the engine's results in the loop equal those of a Basic Run of the same
@@ -140,6 +150,13 @@ TEST(BootstrapDriver, ReplicateEqualsBasicRunOfItsSample) {
     for (int j = 1; j <= 3; ++j) EXPECT_NEAR(L.BootStageMean(j, b), T->lifeTable.OriginalStageMean(j), 1e-12) << b;
     EXPECT_NEAR(L.BootPreadultSurvival(b), T->lifeTable.PreadultSurvivalOriginal, 1e-12) << b;
     EXPECT_NEAR(S->boot.BootF(b), T->lifeTable.OriginalMeanFecundity, 1e-12) << b;
+    EXPECT_GT(S->boot.BootR0(b), 1);
+    EXPECT_NEAR(S->boot.BootR0(b), T->params.R0_Basic, 1e-12) << b;
+    EXPECT_NEAR(S->boot.BootGRR(b), T->params.GRR_Basic, 1e-12) << b;
+    EXPECT_NEAR(S->boot.BootR(b), T->params.R_Basic, 1e-12) << b;
+    EXPECT_NEAR(S->boot.BootLambda(b), T->params.Lambda_Basic, 1e-12) << b;
+    EXPECT_NEAR(S->boot.BootT(b), T->params.T_Basic, 1e-9) << b;
+
   }
 }
 
