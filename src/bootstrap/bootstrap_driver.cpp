@@ -19,6 +19,7 @@
 #include "bootstrap/replicate_chain.h"
 #include "bootstrap/resampling.h"
 #include "bootstrap/uniform_random.h"
+#include "engine/stage_statistics.h"
 #include "input/data_file_reader.h"
 #include "store/faults.h"
 #include "text/numbers.h"
@@ -373,6 +374,7 @@ void BootstrapDriver::cmdBootstrap_Click() {
   AskPercentileWork(sortStep);
   if (sortStep) SortAndWritePercentiles();
 
+  StageStatsEngine(S, P, W).Life08();
   LxMxConfidenceLimits();
   stats.Boot01();
   WriteColumnFiles();
