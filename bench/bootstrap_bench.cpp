@@ -89,10 +89,10 @@ void BM_BootstrapCommand(benchmark::State& state) {
     S->options.FastRun = "Yes";
     S->options.OutputLevel = "No";
     BasicRunDriver(*S, P).cmdBasicRunA2_Click();
-    S->boot.HasRequestedSeed = true;
-    S->boot.RequestedSeed = 1;
-    S->boot.RequestedThreads = static_cast<int>(state.range(0));
-    S->boot.QuietProgress = true;
+    S->runControl.hasSeed = true;
+    S->runControl.seed = 1;
+    S->runControl.threads = static_cast<int>(state.range(0));
+    S->runControl.quiet = true;
     S->boot.MaxBootB = static_cast<double>(state.range(1));  // the B of a fast run
     P.answers = {{"Fast run for bootstrap?", "Yes"}, {"More bars for histogram chart?", "Yes"},
                  {"Normal density curve?", "No"}};

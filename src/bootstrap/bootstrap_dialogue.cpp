@@ -41,7 +41,7 @@ void BootstrapDriver::cmdBootstrap01() {
   Flow("cmdBootstrap01");
   BootstrapRecord& R = S.boot;
   // The generator's start: the run's seed, from the clock unless one was asked for.
-  R.RunSeed = R.HasRequestedSeed ? R.RequestedSeed : SeedFromClock();
+  R.RunSeed = S.runControl.hasSeed ? S.runControl.seed : SeedFromClock();
 
   const std::string maxB = FullPrecision(R.MaxBootB);
   const std::string title1 = "Cumulative (or additive) bootstrapping?";

@@ -117,7 +117,7 @@ void BootstrapDriver::RunSampleLoop() {
   BootstrapRecord& R = S.boot;
   const long B = R.BootB;
   if (B < 1) return;
-  int threads = R.RequestedThreads > 0 ? R.RequestedThreads
+  int threads = S.runControl.threads > 0 ? S.runControl.threads
                                        : static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
   if (S.options.FlowMode != "No") threads = 1;  // the flow record is written in sample order
   threads = static_cast<int>(std::min<long>(threads, B));
@@ -193,7 +193,7 @@ void BootstrapDriver::RunSampleLoop() {
     while (running > 0) {
       finished.wait_for(lock, std::chrono::milliseconds(200));
       lock.unlock();
-      if (!R.QuietProgress) P.Progress(done.load(), B);
+      P.Progress(done.load(), B);
       doneSamples_ = done.load();
       cmdBootstrap04();
       lock.lock();
@@ -201,7 +201,7 @@ void BootstrapDriver::RunSampleLoop() {
   }
   for (auto& t : pool) t.join();
   if (failure) std::rethrow_exception(failure);
-  if (!R.QuietProgress) P.Progress(B, B);
+  P.Progress(B, B);
 
   // The totals, stretch by stretch in sample order.
   for (int k = 0; k < 9; ++k) {

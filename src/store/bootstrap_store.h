@@ -152,15 +152,10 @@ struct BootstrapRecord {
   // Their l(x) and m(x) columns as the loop meets them, and the last age of each.
   Mat<double, 14, kMaxAge> MajorPercentileLx{"MajorPercentileLx"}, MajorPercentileMx{"MajorPercentileMx"};
   Vec<int, 0, 14> MajorPercentileLastAge{"MajorPercentileLastAge"};
-  // Seed of the run (stated in the report) and the number of workers it ran on. A seed or a
-  // number of threads asked for from outside the dialogue (the command line) stands in the
-  // Requested fields: no seed means the clock's, 0 threads means all cores.
+  // Seed of the run (stated in the report) and the number of workers it ran on; the seed and
+  // the threads asked for from outside the dialogue stand in the store's runControl.
   std::uint64_t RunSeed = 0;
   int ThreadsUsed = 1;
-  bool HasRequestedSeed = false;
-  std::uint64_t RequestedSeed = 0;
-  int RequestedThreads = 0;
-  bool QuietProgress = false;
   // Texts of the clock: begin, end and total time of the loop.
   std::string BootBeginText, BootEndText, BootTotalTimeText, BootDateText;
   double LoopSeconds = 0;

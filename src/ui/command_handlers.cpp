@@ -1,5 +1,6 @@
 #include "ui/command_handlers.h"
 
+#include "bootstrap/bootstrap_driver.h"
 #include "store/procedures.h"
 
 // One include per family of built commands.
@@ -32,6 +33,7 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
       {"cmdPairedBootTest", Run<PairedBootTest, &PairedBootTest::cmdPairedBootTest_Click>},
       {"cmdPBTPooled", Run<PairedBootTest, &PairedBootTest::cmdPBTPooled_Click>},
+      {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
   };
   return handlers;
 }

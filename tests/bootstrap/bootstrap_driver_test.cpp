@@ -21,9 +21,9 @@ std::unique_ptr<SessionStore> RunBootstrap(const test::TempDir& dir, int threads
   ListPrompts P;
   auto S = BasicRunOf(dir.file("cohort.txt"), 3, SmallCohort(), P);
   AnswerDetailedRun(P, B, 24, effectiveOnly);
-  S->boot.HasRequestedSeed = true;
-  S->boot.RequestedSeed = seed;
-  S->boot.RequestedThreads = threads;
+  S->runControl.hasSeed = true;
+  S->runControl.seed = seed;
+  S->runControl.threads = threads;
   BootstrapDriver(*S, P).cmdBootstrap_Click();
   return S;
 }

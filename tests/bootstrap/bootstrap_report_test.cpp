@@ -62,8 +62,8 @@ TEST(BootstrapReport, RowsAgreeWithSumsOverTheSamples) {
   ListPrompts P;
   auto S = boottest::BasicRunOf(dir.file("cohort.txt"), 3, boottest::SmallCohort(), P);
   boottest::AnswerDetailedRun(P, 40, 24, true);
-  S->boot.HasRequestedSeed = true;
-  S->boot.RequestedSeed = 11;
+  S->runControl.hasSeed = true;
+  S->runControl.seed = 11;
   BootstrapDriver(*S, P).cmdBootstrap_Click();
   const auto cohort = boottest::SmallCohort();
   std::vector<double> F, NfN, longevity;
@@ -129,8 +129,8 @@ TEST(BootstrapReport, KeptIneffectiveSamples) {
   ListPrompts P;
   auto S = boottest::BasicRunOf(dir.file("cohort.txt"), 3, boottest::SmallCohort(), P);
   boottest::AnswerDetailedRun(P, 60, 2, false);
-  S->boot.HasRequestedSeed = true;
-  S->boot.RequestedSeed = 5;
+  S->runControl.hasSeed = true;
+  S->runControl.seed = 5;
   BootstrapDriver(*S, P).cmdBootstrap_Click();
   const BootstrapRecord& R = S->boot;
   ASSERT_GT(R.IneffectiveCount, 0);
