@@ -106,6 +106,7 @@ struct SortStore {
   ValueGroups R0Groups{"R0GroupValue", "R0GroupMembers"};
   ValueGroups LambdaGroups{"LambdaGroupValue", "LambdaGroupMembers"};
   ValueGroups RGroups{"RGroupValue", "RGroupMembers"};
+  ValueGroups OtherGroups{"OtherGroupValue", "OtherGroupMembers"};  // the fecundity lists
   // Cumulative frequency of the R0 groups and its probit.
   ZeroList<double, kMaxBootIndex> R0CumulativeFrequency{"R0CumulativeFrequency"};
   ZeroList<double, kMaxBootIndex> R0Probit{"R0Probit"};

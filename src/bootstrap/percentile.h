@@ -1,0 +1,91 @@
+#pragma once
+// Sorting of the bootstrap results after the loop: each main statistic is sorted with the
+// permutation back to the sample numbers, its percentile samples are set, its groups of equal
+// values counted, and the sorted ("_J...") files written. The samples at the percentiles are
+// written as life tables and sample records ("_K..." files).
+#include <cstdint>
+#include <string>
+
+#include "store/procedures.h"
+#include "text/text_file.h"
+
+namespace korvan {
+
+class BootPercentiles : public Procedures {
+ public:
+  using Procedures::Procedures;
+
+  // The sorting step of a run: the sorts in their order with the percentile life tables.
+  void SortAndWritePercentileTables();
+
+  void QuickSortBootResultsYesNo();
+  void SortBootstrapLambdaQuick();
+  void SortBootstrapLambdaSelection();
+  void SortBootstrapNetR0();
+  void SortBootstrapIntrinsicRate();
+  void SortBootstrapMeanGenT();
+  void SortBootGRR();
+  void SortBootFecundity();
+  void SortedBootFecundityNfr();
+  void SortBootFemaleProportion();
+  void SortBootLongevity();
+
+  // Percentile life tables. The sample, its label ("0.025 lambda") and the name of the life
+  // table (OutputFileName) are set by the caller; the three are one procedure.
+  std::int32_t TableSample = 0;
+  std::string TableLabel;
+  void WriteLifeTableFor025Percentile() { WritePercentileLifeTable(); }
+  void WriteLifeTableFor500Percentile() { WritePercentileLifeTable(); }
+  void WriteLifeTableFor975Percentile() { WritePercentileLifeTable(); }
+  void WriteLifeTableForPercentileX();
+  void WriteLifeTableFor100();
+  // The record of the sample TableSample, labelled TableLabel, to OutputFileName.
+  void WriteSpecificBootstrapSample();
+  // The command "P. Spec. boot": a sample record read back and written as a data file.
+  void WriteLifeTableForSpecificSample();
+  // Reads the sample record at SpecRecordPath into SavedBootIndividuals; false when its
+  // individuals do not fit the pool in memory (the user has been told).
+  std::string SpecRecordPath;
+  std::int32_t SpecSampleNumber = 0;
+  bool InputSpecBootSample();
+  // In a run of the same samples: the life tables of the samples asked for by number.
+  void WriteSpecificSampleLifeTables();
+
+ private:
+  enum class Order { Quick, Selection };
+  // Loads value(b) for samples 1..m, sorts, and returns m.
+  template <class ValueOf>
+  long LoadAndSort(long m, ValueOf value);
+  void SortLambda(Order order);
+  // Head of a sorted file: project line, population kind, count lines.
+  void SortedHead(TextFile& out, bool writeForm) const;
+  // "Sorted serial no.", "Original serial no.", name, then a row per position (zeros left out
+  // when asked); the values are those of the last sort.
+  void SortedRows(TextFile& out, const std::string& name, bool skipZeros) const;
+  // The three percentile samples of a statistic with their individuals and rates.
+  struct PercentileFile {
+    std::string suffix, what;  // "finite rate", ...
+    std::int32_t sample[3] = {0, 0, 0};
+    double value[3] = {0, 0, 0};
+    double mean = 0, sd = 0;
+    bool valueThroughEffectiveList = false;
+    bool isR0 = false;
+  };
+  void WritePercentileFile(const PercentileFile& f);
+  // Rows "Group serial no.", name, "Count"; the group of value 0 left out when asked (its
+  // count is returned).
+  long GroupRows(TextFile& out, const std::string& name, const ValueGroups& groups, bool skipZero) const;
+  void CountGroupsFromFirst(ValueGroups& groups, long m);
+  void WritePercentileLifeTable();
+  // The record and the life table of one percentile sample ("_Ka_boot_..." and "_Kd_Life ...").
+  // name: the percentile and statistic in the file names ("0.5 R0"), label: in the files.
+  void WritePercentilePair(const std::string& recordPrefix, const std::string& tablePrefix, std::int32_t sample,
+                           const std::string& name, const std::string& label);
+  void AskR0Precision();
+};
+
+// The list of individuals of a sample as the files show it: each number with its print
+// blanks, "," between them, twenty to a line.
+void WriteSampleList(TextFile& out, const BootstrapRecord& R, long sample, long n);
+
+}  // namespace korvan
