@@ -1,15 +1,20 @@
-// The steps of the result files that follow the loop. The record of samples, the sorting with
-// its percentile life tables, the column files, the normal curves and the counts of
-// individuals belong to the writers of the bootstrap's result files; until they stand these
-// steps write nothing, and the sorted lists stay empty (the report's percentile rows read 0).
+// The steps of the result files that follow the loop.
 #include "bootstrap/bootstrap_driver.h"
+#include "bootstrap/count_individuals.h"
+#include "bootstrap/percentile.h"
+#include "bootstrap/result_files.h"
+#include "bootstrap/sample_records.h"
 
 namespace korvan {
 
-void BootstrapDriver::WriteSampleRecord() { WriteMajorPercentileLxMx(); }
-void BootstrapDriver::SortAndWritePercentiles() {}
-void BootstrapDriver::WriteColumnFiles() {}
-void BootstrapDriver::WriteNormalCurveFiles() {}
-void BootstrapDriver::CountIndividualFrequencies() {}
+void BootstrapDriver::WriteSampleRecord() {
+  WriteMajorPercentileLxMx();
+  SampleRecords(S, P, W).WriteSampleRecord();
+  if (S.boot.SameBootstrap == "Yes") BootPercentiles(S, P, W).WriteSpecificSampleLifeTables();
+}
+void BootstrapDriver::SortAndWritePercentiles() { BootPercentiles(S, P, W).SortAndWritePercentileTables(); }
+void BootstrapDriver::WriteColumnFiles() { BootResultFiles(S, P, W).WriteColumnFiles(); }
+void BootstrapDriver::WriteNormalCurveFiles() { BootResultFiles(S, P, W).WriteNormalCurveFiles(); }
+void BootstrapDriver::CountIndividualFrequencies() { BootIndividualCounts(S, P, W).CountBootstrapIndFreq(); }
 
 }  // namespace korvan

@@ -1,0 +1,268 @@
+// The smaller result files of a bootstrap run: stage columns, frequency classes, normal density
+// curves and intervals, the l(x) and m(x) figures, the record of ineffective samples.
+#include <cmath>
+#include <string>
+
+#include "bootstrap/cohort_values.h"
+#include "bootstrap/percentile.h"
+#include "bootstrap/result_files.h"
+#include "text/numbers.h"
+
+namespace korvan {
+namespace {
+
+const std::string kStars(84, '*');
+
+double Density(double x, double mean, double se) {
+  return 1 / (se * std::sqrt(6.28318)) * std::exp(-0.5 * std::pow((x - mean) / se, 2));
+}
+
+bool UsableSpread(double se) { return se > 0 && std::isfinite(se); }
+
+}  // namespace
+
+void BootResultFiles::WriteBootReproducingFemales() {
+  const BootstrapRecord& R = S.boot;
+  WriteColumnFile("_Effect Boot-NFr.txt", Head("-NFr", "NFr", ReadCohortFemaleValues(S).reproductive),
+                  [&](long k) { return static_cast<double>(R.BootNfr(k)); });
+}
+
+void BootResultFiles::WriteBootStageSurvivalRateInColumn() {
+  const LifeTableBootLists& L = S.lifeTable.BootLists();
+  for (int j = 1; j < S.header.StageCount; ++j) {
+    const std::string stage = S.header.StageName(1, j);
+    WriteColumnFile("_Effect Boot-W6_Stage-spec surv_" + stage + ".txt",
+                    Head("-" + stage, stage, S.lifeTable.OriginalStageToNext(j)),
+                    [&](long k) { return L.BootStageToNext(j, k); }, false, "-1");
+  }
+}
+
+void BootResultFiles::WriteBootStageSpecificMortality() {
+  const LifeTableBootLists& L = S.lifeTable.BootLists();
+  for (int j = 1; j < S.header.StageCount; ++j) {
+    const std::string stage = S.header.StageName(1, j);
+    WriteColumnFile("_Effect Boot-W5_Stage-spec mort_" + stage + ".txt",
+                    Head("-" + stage, stage, 1 - S.lifeTable.OriginalStageToNext(j)),
+                    [&](long k) { return 1 - L.BootStageToNext(j, k); }, false, "-1");
+  }
+}
+
+void BootResultFiles::WriteBootAdultMortalityinColumn() {
+  const LifeTableBootLists& L = S.lifeTable.BootLists();
+  const int m = S.header.StageCount;
+  for (int j = 1; j <= m + 1 && j <= kMaxStage; ++j) {
+    const std::string stage = S.header.StageName(1, j);
+    if (stage.empty()) continue;
+    WriteColumnFile("_Effect Boot-W7_Mort distrib in_" + stage + "_Adult.txt",
+                    Head("-Adult", stage, S.lifeTable.OriginalStageDeathProb(j)),
+                    [&](long k) { return L.BootStageDeathProb(j, k); }, false, "-1");
+  }
+}
+
+void BootResultFiles::WriteBootSexStageMeaninColumn() {
+  const LifeTableBootLists& L = S.lifeTable.BootLists();
+  const LifeTableRecord& T = S.lifeTable;
+  const int m = S.header.StageCount;
+  for (int t = 1; t <= S.header.TypeCount && t <= 2; ++t) {
+    const std::string type = S.header.TypeCode(t);
+    for (int j = 1; j < m; ++j) {
+      const std::string stage = S.header.StageName(t, j);
+      WriteColumnFile("_Effect Boot-Z1_Stage mean_Sex_" + type + "_" + stage + ".txt",
+                      Head("-" + stage, stage, T.OriginalTypeStageMean(t, j)),
+                      [&](long k) { return L.BootTypeStageMean(t, j, k); }, false, "-1");
+      WriteColumnFile("_Effect Boot-Y1_Sex_" + type + "-to-" + stage + "_Time.txt",
+                      Head("-" + stage, stage, T.OriginalTypeCumMean(t, j)),
+                      [&](long k) { return L.BootTypeCumMean(t, j, k); }, false, "-1");
+    }
+    const bool female = t == 1;
+    WriteColumnFile(std::string("_Effect Boot-Z") + (female ? "2" : "3") + "_Stage mean_Sex_" +
+                        (female ? "F adult.txt" : "M adult.txt"),
+                    Head(female ? "-F adult" : "-M adult", S.header.StageName(t, m), T.OriginalTypeStageMean(t, m)),
+                    [&](long k) { return L.BootTypeStageMean(t, m, k); }, false, "-1");
+    if (m > 1) {
+      WriteColumnFile("_Effect Boot-Y3_Sex_" + type + "_PreAd_Time.txt",
+                      Head("-PreA", "Preadult", T.OriginalTypeCumMean(t, m - 1)),
+                      [&](long k) { return L.BootTypeCumMean(t, m - 1, k); }, false, "-1");
+    }
+    WriteColumnFile("_Effect Boot-Y2_Sex_" + type + "_total longevity.txt",
+                    Head(female ? "-F TLongev" : "-M Tlongev", "Total longevity", T.OriginalTypeCumMean(t, m)),
+                    [&](long k) { return L.BootTypeCumMean(t, m, k); }, false, "-1");
+  }
+}
+
+void BootResultFiles::WriteBootC0andOmegaInColumn() {
+  const BootstrapRecord& R = S.boot;
+  WriteColumnFile("_Effect Boot-C0.txt", Head("-C0", "C0", 0), [&](long k) { return R.BootC0(k); }, false, "-1");
+  WriteColumnFile("_Effect Boot-Omega.txt", Head("-Omega", "Omega", 0), [&](long k) { return R.BootOmega(k); },
+                  false, "-1");
+}
+
+void BootResultFiles::WriteBootC0andOmegaInRow() {
+  const BootstrapRecord& R = S.boot;
+  for (const bool c0 : {true, false}) {
+    TextFile out(OutputName(S, c0 ? "_Effect Boot-C0-in row.txt" : "_Effect Boot-Omega-in row.txt"));
+    ColumnHeadLines(out, Head(c0 ? "-C0" : "-Omega", c0 ? "C0" : "Omega", 0));
+    for (long i = 1; i <= R.EffectiveCount; ++i) {
+      const long k = R.EffectiveList(i);
+      out.WritePart(c0 ? R.BootC0(k) : R.BootOmega(k));
+    }
+    out.Write(-1);
+  }
+}
+
+void BootResultFiles::FigureHead(TextFile& out) const {
+  const BootstrapRecord& R = S.boot;
+  out.Write("Project: " + S.identity.ProjectName);
+  out.Write("User: " + S.identity.UserName);
+  out.Write("Treatment: " + S.identity.TreatmentName);
+  if (R.EffectiveCount == R.BootB) {
+    out.Write("Total assigned and effective bootstrap number (B) = ", R.EffectiveCount);
+  } else {
+    out.Write("Total assigned bootstrap number (B) = ", R.BootB);
+    out.Write("Total effective bootstrap number (B) = ", R.EffectiveCount);
+    out.Write("Total ineffective bootstrap number (B) = ", R.BootB - R.EffectiveCount);
+  }
+}
+
+void BootResultFiles::WriteBootstrapFrequency() {
+  Flow("WriteBootstrapFrequency");
+  const BootstrapRecord& R = S.boot;
+  for (const bool isR : {true, false}) {
+    const BootSummary& sum = isR ? R.R : R.R0;
+    const std::string x = isR ? "r" : "R0";
+    TextFile out(OutputName(S, isR ? "_9_Bootstrap-r frequency.txt" : "_9_Bootstrap-R0 frequency.txt"));
+    out.Print("Project: ", S.identity.ProjectName);
+    out.Print("User: ", S.identity.UserName);
+    out.Print("Treatment: ", S.identity.TreatmentName);
+    out.Print("Assigned bootstrap number (B) =", R.BootB);
+    out.Print("Bootstrap sample size (n) =", R.BootSampleSize);
+    out.Print("Total number of effective bootstrap =", R.EffectiveCount);
+    out.Print(isR ? "Intrinsic rate of increase (r)" : "Net reproductive rate (R0)");
+    out.Print("Max of boot-" + x + " =", sum.max, ".  Min of boot-" + x + " =", sum.min);
+    out.Print("These frequencies are grouped classes and the results might different from the true ones.");
+    const int last = isR ? R.HistogramBarsPlus1 : R.HistogramBarsPlus1 + 1;
+    double total = 0;
+    for (int i = 0; i <= last; ++i) total += isR ? R.RClassCount(i) : R.R0ClassCount(i);
+    out.Print("Sum of frequency of " + x + " =", total, R.EffectiveCount);
+    out.Print("Class begin", Zone{}, "Class center", Zone{}, "Frequency");
+    for (int i = 0; i <= last; ++i) {
+      if (isR)
+        out.Print(R.RClassEdge(i), Zone{}, R.RClassCentre(i), Zone{}, R.RClassCount(i));
+      else
+        out.Print(R.R0ClassEdge(i), Zone{}, R.R0ClassCentre(i), Zone{}, R.R0ClassCount(i));
+    }
+  }
+}
+
+void BootResultFiles::DensityCurve(const std::string& suffix, const std::string& what, const std::string& xName,
+                                   double mean, double se) const {
+  if (!UsableSpread(se)) return;  // no spread, no curve
+  TextFile out(OutputName(S, suffix));
+  FigureHead(out);
+  out.Write("Mean of Bootstrap-" + what + ":", mean, "SE:", se);
+  out.Write("Bootstrap sample size =", S.boot.BootSampleSize);
+  out.Write(xName, "density");
+  for (int i = 0; i <= 200; ++i) {
+    const double x = mean - 3.5 * se + i * (7 * se / 200);
+    out.Write(x, Density(x, mean, se));
+  }
+}
+
+void BootResultFiles::WriteBootNormalCurves() {
+  Flow("WriteBootNormalCurves");
+  const BootstrapRecord& R = S.boot;
+  DensityCurve("__Effect Boot-r-Normal density.txt", "r", "r(x)", R.R.mean, R.R.se);
+  DensityCurve("_Effect Boot-R0-Normal density.txt", "R0", "R0(x)", R.R0.mean, R.R0.se);
+  DensityCurve("__Effect Boot-T-Normal density.txt", "T", "T(x)", R.T.mean, R.T.se);
+  DensityCurve("_Effect Boot-lambda-Normal density.txt", "lambda", "lambda(x)", R.Lambda.mean, R.Lambda.se);
+}
+
+void BootResultFiles::WriteNormalDensityCurveBegin() {
+  Flow("WriteNormalDensityCurveBegin");
+  const BootstrapRecord& R = S.boot;
+  const int m = S.header.StageCount;
+  // WriteNormalDensityCurveForXstage for each stage, the adult stages by sex, and the rest.
+  for (int j = 1; j <= m + 1 && j <= kMaxStage; ++j) {
+    const std::string name = S.header.StageName(1, j);
+    if (name.empty()) continue;
+    DensityCurve("_Effect Boot-Z_-" + name + "-Normal density.txt", name, "X", R.StageMeanSummary(j).mean,
+                 R.StageMeanSummary(j).se);
+  }
+  DensityCurve("_Effect Boot-Z_-Preadult-Normal density.txt", "Preadult", "X", R.PreadultMeanSummary.mean,
+               R.PreadultMeanSummary.se);
+  DensityCurve("_Effect Boot-Z_-Fecundity-Normal density.txt", "Fecundity", "X", R.F.mean, R.F.se);
+  DensityCurve("_Effect Boot-Z_-Total longevity-Normal density.txt", "Total longevity", "X", R.Longevity.mean,
+               R.Longevity.se);
+  P.MsgBox("Completed and congratulation!", "Task completed");
+}
+
+void BootResultFiles::Write95CI() {
+  Flow("Write95CI");
+  const BootstrapRecord& R = S.boot;
+  const std::pair<const char*, const BootSummary*> stats[5] = {
+      {"r", &R.R}, {"R0", &R.R0}, {"T", &R.T}, {"lambda", &R.Lambda}, {"GRR", &R.GRR}};
+  for (const auto& [name, sum] : stats) {
+    TextFile out(OutputName(S, std::string("_12_Bootstrap-") + name + "-Normal-95CI for plot.txt"));
+    out.Write("Project: " + S.identity.ProjectName);
+    out.Write("User: " + S.identity.UserName);
+    out.Write("Treatment: " + S.identity.TreatmentName);
+    out.Write("Lower CL-X", "Lower CL-Y", "Mean-X", "Mean-Y", "Upper CL-X", "Upper CL-Y", "Mean-SD", "Mean+SD");
+    const double mean = sum->mean, se = sum->se;
+    const double lower = mean - 1.959964 * se, upper = mean + 1.959964 * se;
+    out.Write(lower, 0, mean, 0, upper, 0, mean - se, mean + se);
+    auto d = [&](double x) { return UsableSpread(se) ? Density(x, mean, se) : 0.0; };
+    out.Write(lower, d(lower), mean, d(mean), upper, d(upper), mean - se, mean + se);
+  }
+}
+
+void BootResultFiles::WriteCumuBootLxMx() {
+  Flow("WriteCumuBootLxMx");
+  const BootstrapRecord& R = S.boot;
+  const int lastAge = ReadCohortValues(S).lastAge;
+  const double unit = S.settings.TimeUnit;
+  TextFile out(OutputName(S, "_8_Fig_Bootstrap_LxMxLxMx.txt"));
+  out.Write(
+      "Age, max, mean, and min of Bootstrap survival rate l(x), max, mean, and min of Bootstrap fecundity m(x), "
+      "l(x)*m(x), and Cumu[l(x)*m(x)]");
+  out.Write("age, max (x),mean l(x), min l(x), max m(x), mean m(x), min m(x), l(x)*m(x), Cumu[l(x)*m(x)]");
+  double cumulative = 0;
+  for (int x = 0; x <= lastAge && x <= kMaxAge; ++x) {
+    const double lm = R.LxMean(x) * R.MxMean(x);
+    cumulative += lm;
+    out.Write(x * unit, R.LxMax(x), R.LxMean(x), R.LxMin(x), R.MxMax(x), R.MxMean(x), R.MxMin(x), lm, cumulative);
+  }
+  out.Write((lastAge + 1) * unit, 0, 0, 0, 0, 0, 0, 0, 0);
+}
+
+void BootResultFiles::WriteBootLxMxandCI() {
+  Flow("WriteBootLxMxandCI");
+  const BootstrapRecord& R = S.boot;
+  const int lastAge = ReadCohortValues(S).lastAge;
+  const double unit = S.settings.TimeUnit;
+  TextFile out(OutputName(S, "_8A_Fig_Bootstrap_LxMxandCI.txt"));
+  out.Write("Age, upper, mean, and lower CI of Bootstrap survival rate l(x) and m(x)");
+  out.Write("age, upper l(x),mean l(x), lower l(x), upper m(x), mean m(x), lower m(x)");
+  for (int x = 0; x <= lastAge && x <= kMaxAge; ++x)
+    out.Write(x * unit, R.LxUpper(x), R.LxMean(x), R.LxLower(x), R.MxUpper(x), R.MxMean(x), R.MxLower(x));
+  out.Write((lastAge + 1) * unit, 0, 0, 0, 0, 0, 0);
+}
+
+void BootResultFiles::PrintNonEffectiveBootRecord() {
+  Flow("PrintNonEffectiveBootRecord");
+  const BootstrapRecord& R = S.boot;
+  TextFile out(OutputName(S, "_6X_NonEffective Boots sampled individuals.txt"));
+  out.Print("Project: ", S.identity.ProjectName);
+  out.Print("Treatment: ", S.identity.TreatmentName);
+  out.Print("User: ", S.identity.UserName);
+  out.Print("Total number of non-effective bootstrap (net reproductive rate = 0) is", R.IneffectiveCount);
+  out.Print(kStars);
+  out.Print("The extinction probability is", R.BootB > 0 ? static_cast<double>(R.IneffectiveCount) / R.BootB : 0.0);
+  out.Print(kStars);
+  for (long i = 1; i <= R.IneffectiveCount; ++i) {
+    const long k = R.IneffectiveList(i);
+    out.Print("Bootstrap Sample: ", k);
+    WriteSampleList(out, R, k, R.BootSampleSize);
+  }
+}
+
+}  // namespace korvan
