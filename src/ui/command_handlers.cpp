@@ -8,6 +8,7 @@
 #include "comparison/paired_test.h"
 #include "engine/basic_run_driver.h"
 #include "input/read_data_a1.h"
+#include "bootstrap/percentile.h"
 
 namespace korvan {
 
@@ -33,7 +34,7 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
       {"cmdPairedBootTest", Run<PairedBootTest, &PairedBootTest::cmdPairedBootTest_Click>},
       {"cmdPBTPooled", Run<PairedBootTest, &PairedBootTest::cmdPBTPooled_Click>},
-      {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
+      {"cmdWriteSpeLifeTable", Run<BootPercentiles, &BootPercentiles::WriteLifeTableForSpecificSample>},
   };
   return handlers;
 }
