@@ -84,7 +84,7 @@ TEST(SampleRecords, RecordElevenRepeatsTheRunAndItsR0Column) {
   EXPECT_EQ(a[0], "\"Control-R0\"");
   EXPECT_EQ(a[3], "\"Next line is total effective Bootstrap number (B). All bootstrap sample are effective for Ro.\"");
   EXPECT_EQ(a[4], "30");
-  for (long k = 1; k <= 30; ++k) EXPECT_EQ(std::stod(a[static_cast<std::size_t>(5 + k)]), S->boot.BootR0(k));
+  for (long k = 1; k <= 30; ++k) EXPECT_EQ(a[static_cast<std::size_t>(5 + k)], FullPrecision(S->boot.BootR0(k)));
   // The sample asked for by number is written as a life table of its own.
   EXPECT_TRUE(std::filesystem::exists(second.file("cohort_000K_Life Table_boot-sample_3.txt")));
 }
