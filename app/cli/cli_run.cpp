@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -53,24 +54,70 @@ std::vector<std::string> FilesWrittenSince(const fs::path& folder, fs::file_time
   return names;
 }
 
+// The main parameters of the Basic Run, with their bootstrap standard errors once a bootstrap
+// has run.
+void PrintParameters(const SessionStore& S) {
+  if (S.basic.BasicRunDone != "yes") return;
+  const bool boot = S.boot.EffectiveCount > 0;
+  const auto& p = S.params;
+  const auto& b = S.boot;
+  struct Row {
+    const char* name;
+    double value;
+    const BootSummary& summary;
+  };
+  const Row rows[] = {{"Intrinsic rate of increase (r)", p.R_Basic, b.R},
+                      {"Finite rate (lambda)", p.Lambda_Basic, b.Lambda},
+                      {"Net reproductive rate (R0)", p.R0_Basic, b.R0},
+                      {"Mean generation time (T)", p.T_Basic, b.T},
+                      {"Gross reproduction rate (GRR)", p.GRR_Basic, b.GRR}};
+  char line[160];
+  std::snprintf(line, sizeof line, "%-32s %14s", "Population parameters", "estimate");
+  std::cout << line << (boot ? "    bootstrap SE (" + std::to_string(b.EffectiveCount) + " samples, seed " +
+                         std::to_string(b.RunSeed) + ")"
+                   : "")
+            << '\n';
+  for (const auto& row : rows) {
+    std::snprintf(line, sizeof line, "  %-30s %14.4f", row.name, row.value);
+    std::cout << line;
+    if (boot) {
+      std::snprintf(line, sizeof line, "  %14.4f", row.summary.se);
+      std::cout << line;
+    }
+    std::cout << '\n';
+  }
+}
+
 void PrintSummary(const SessionStore& S, const ConsoleDisplay& display, fs::file_time_type started) {
-  bool any = false;
+  // The console's result fields; the parameters stand in the table when Basic Run has run.
+  const bool table = S.basic.BasicRunDone == "yes";
   for (const auto& field : ResultFields()) {
     const std::string text = display.Field(std::string(field.control));
     if (text.empty()) continue;
-    if (!any) std::cout << "Results:\n";
-    any = true;
-    std::cout << "  " << field.label << ": " << text << '\n';
+    if (table && field.control != "txtDatafile" && field.control != "txtCohortsize" &&
+        field.control != "txtMeanfecundity") {
+      continue;
+    }
+    std::cout << field.label << ": " << text << '\n';
   }
+  PrintParameters(S);
   if (S.identity.DataFilePath.empty()) return;
   fs::path folder = fs::path(S.identity.DataFilePath).parent_path();
   if (folder.empty()) folder = ".";
   const auto written = FilesWrittenSince(folder, started);
   if (written.empty()) return;
   std::error_code ec;
-  const fs::path shown = fs::absolute(folder, ec);
-  std::cout << "Files written in " << (ec ? folder : shown).string() << ":\n";
-  for (const auto& name : written) std::cout << "  " << name << '\n';
+  fs::path shown = fs::weakly_canonical(folder, ec);
+  if (ec) shown = folder;
+  // Dozens of files: name the reports ("..._0A_...", "..._0B_...") and count the rest.
+  const std::string reportMark = fs::path(S.identity.DataFileBase).filename().string() + "_0";
+  std::vector<std::string> reports;
+  for (const auto& name : written) {
+    if (name.rfind(reportMark, 0) == 0) reports.push_back(name);
+  }
+  std::cout << written.size() << (written.size() == 1 ? " file" : " files") << " written in "
+            << shown.string() << (reports.empty() ? "" : ", the reports among them:") << '\n';
+  for (const auto& name : reports) std::cout << "  " << name << '\n';
 }
 
 }  // namespace
@@ -96,6 +143,9 @@ int RunSession(const CliOptions& options, bool demo) {
   S.runControl.seed = options.seed;
   S.runControl.threads = options.threads;
   S.runControl.quiet = options.quiet;
+  S.boot.HasRequestedSeed = options.hasSeed;
+  S.boot.RequestedSeed = options.seed;
+  S.boot.RequestedThreads = options.threads;
 
   AnswerBook book;
   std::vector<const CommandInfo*> commands;
@@ -131,7 +181,11 @@ int RunSession(const CliOptions& options, bool demo) {
   const auto started = fs::file_time_type::clock::now();
   int code = kExitDone;
   try {
-    for (const auto* command : commands) PressCommand(S, P, *command);
+    for (const auto* command : commands) {
+      // The demo's Basic Run is pressed only when A1 didn't start it itself (a Fast Run does).
+      if (demo && command->control == "cmdBasicRunA2" && S.basic.BasicRunDone == "yes") continue;
+      PressCommand(S, P, *command);
+    }
   } catch (const SessionQuit&) {
   } catch (const ProgramEnd& e) {
     display.EndProgress();
@@ -148,8 +202,12 @@ int RunSession(const CliOptions& options, bool demo) {
     code = kExitProgramEnd;
   } catch (const AnswerError& e) {
     display.EndProgress();
-    std::cerr << "korvan: " << e.what() << '\n';
-    code = kExitUsage;
+    if (demo) {
+      std::cout << "demo: stopped here: the example's answers end (" << e.what() << ")\n";
+    } else {
+      std::cerr << "korvan: " << e.what() << '\n';
+      code = kExitUsage;
+    }
   } catch (const CommandRefused& e) {
     display.EndProgress();
     if (demo) {
@@ -165,7 +223,7 @@ int RunSession(const CliOptions& options, bool demo) {
   }
   display.EndProgress();
   PrintSummary(S, display, started);
-  if (!options.quiet && code != kExitProgramEnd) {
+  if (!options.quiet && !demo && code != kExitProgramEnd) {
     for (const auto& left : scripted.book().Unused()) std::cerr << "korvan: answer not used: " << left << '\n';
   }
   return code;

@@ -24,14 +24,9 @@ struct CliOptions {
   std::string commandLine;  // as typed, for the transcript's head
 };
 
-// What a demo adds to a run: the answers of the example and its data file.
-struct DemoSetup {
-  bool ready = false;
-  std::vector<std::string> notes;  // what was found, for the user
-};
-
 // Runs the commands of options in one session and returns the exit code. When demo is true,
-// a command that isn't built yet ends the run quietly with exit code 0.
+// a command that isn't built yet, or the end of the example's answers, ends the run with a
+// note and exit code 0: the demo shows what exists.
 int RunSession(const CliOptions& options, bool demo);
 
 // The help's list of commands: code, control name, caption and tool tip of each.

@@ -58,8 +58,10 @@ bool PrepareDemo(const char* argv0, CliOptions& options, std::vector<std::string
     notes.push_back("demo: no answer file examples/mite_fast.answers yet; dialogues take their defaults.");
     options.useDefaults = true;
   }
+  const fs::path bootAnswers = examples / "mite_boot.answers";
+  if (fs::is_regular_file(bootAnswers, ec)) options.answerFiles.push_back(bootAnswers.string());
   options.answers.insert(options.answers.begin(), "Open life table data file=" + copy.string());
-  options.commands = {"cmdReadDataA1", "cmdBootstrap"};
+  options.commands = {"cmdReadDataA1", "cmdBasicRunA2", "cmdBootstrap"};
   return true;
 }
 

@@ -110,7 +110,11 @@ std::optional<std::string> AnswerBook::Take(const std::string& key) {
 std::vector<std::string> AnswerBook::Unused() const {
   std::vector<std::string> left;
   for (const auto& answer : fileAnswers_) {
-    if (!answer.used) left.push_back(answer.key + " = " + answer.value);
+    if (answer.used) continue;
+    // An answer that an option overrides was not forgotten: it was replaced.
+    bool replaced = false;
+    for (const auto& option : options_) replaced = replaced || OptionValue(option.text, answer.key).has_value();
+    if (!replaced) left.push_back(answer.key + " = " + answer.value);
   }
   for (const auto& option : options_) {
     if (!option.used) left.push_back(option.text);

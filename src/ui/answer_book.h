@@ -56,7 +56,8 @@ class AnswerBook {
   // The next answer for a dialogue's key, or nothing when none is left.
   std::optional<std::string> Take(const std::string& key);
 
-  // Answers never used, as "<key> = <answer>" (options as given), in the order given.
+  // Answers never used, as "<key> = <answer>" (options as given), in the order given; a file's
+  // answer that an option replaces isn't among them.
   std::vector<std::string> Unused() const;
 
  private:

@@ -95,8 +95,8 @@ std::string ConsoleDisplay::FormatBar(long done, long total, double elapsedSecon
   if (shown >= total) {
     line += "  done in " + FormatDuration(elapsedSeconds);
   } else if (shown > 0 && elapsedSeconds > 0) {
-    line += "  about " + FormatDuration(elapsedSeconds * static_cast<double>(total - shown) /
-                                        static_cast<double>(shown)) + " left";
+    const double left = elapsedSeconds * static_cast<double>(total - shown) / static_cast<double>(shown);
+    line += left < 0.5 ? std::string("  under 1 s left") : "  about " + FormatDuration(left) + " left";
   }
   return line;
 }

@@ -4,6 +4,8 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <sstream>
 
 #include "support/test_support.h"
 #include "ui/command_table.h"
@@ -90,6 +92,79 @@ TEST(CommandLine, QuitEndsTheSessionNormally) {
   // The transcript's head tells how to repeat the run; no dialogue was met.
   EXPECT_EQ(test::ReadFile(folder.file("t.answers")).find("# Repeat with: korvan --answers t.answers Command1\n"),
             test::ReadFile(folder.file("t.answers")).find('\n') + 1);
+}
+
+// The answers of a Fast Run of the example, with the data file in the test's folder.
+std::string FastRunAnswers() {
+  return "--answers '" KORVAN_EXAMPLES "/mite_fast.answers' --answer 'Open life table data file=mite.txt'";
+}
+
+// The lines of a text without those that begin with one of the marks given.
+std::string LinesWithout(const std::string& text, std::initializer_list<const char*> marks) {
+  std::string kept;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) {
+    bool drop = false;
+    for (const char* mark : marks) drop = drop || line.rfind(mark, 0) == 0;
+    if (!drop) kept += line + "\n";
+  }
+  return kept;
+}
+
+TEST(CommandLine, MissingAnswersAndTheProgramsEnd) {
+  test::TempDir folder;
+  std::filesystem::copy_file(KORVAN_EXAMPLES "/mite.txt", folder.file("mite.txt"));
+  const std::string missing = "no answer for dialogue \"Open life table data file\"";
+  const CliResult none = RunKorvan(folder, "A1");
+  EXPECT_EQ(none.code, 2);
+  EXPECT_NE(none.err.find(missing), std::string::npos) << none.err;
+  // A file chooser has no default to take.
+  const CliResult defaults = RunKorvan(folder, "--defaults A1");
+  EXPECT_EQ(defaults.code, 2);
+  EXPECT_NE(defaults.err.find(missing), std::string::npos) << defaults.err;
+  // The run stops at the first dialogue left without an answer, the files so far kept.
+  const CliResult stopped = RunKorvan(folder, "--answer 'Open life table data file=mite.txt' A1");
+  EXPECT_EQ(stopped.code, 2);
+  EXPECT_NE(stopped.err.find("no answer for dialogue \"Do you need only the basic output (0A) and figure files?\""),
+            std::string::npos) << stopped.err;
+  EXPECT_EQ(test::ReadFile(folder.file("mite.txt")), test::ReadFile(KORVAN_EXAMPLES "/mite.txt"));
+  // An answer the box doesn't offer is a usage error, not a guess.
+  EXPECT_EQ(RunKorvan(folder, "--answer 'Open life table data file=mite.txt' "
+                              "--answer 'Do you need only the basic output (0A) and figure files?=Maybe' A1").code, 2);
+  // "Cancel: End the program." ends it as the program ends: code 1, the title on stderr.
+  const CliResult ended = RunKorvan(folder, "--answer 'Open life table data file=mite.txt' "
+                                            "--answer 'Do you need only the basic output (0A) and figure files?=Cancel' A1");
+  EXPECT_EQ(ended.code, 1);
+  EXPECT_NE(ended.err.find("Do you need only the basic output (0A) and figure files?\n"), std::string::npos)
+      << ended.err;
+}
+
+TEST(CommandLine, FastRunAndTheRepeatOfItsTranscript) {
+  test::TempDir folder;
+  std::filesystem::copy_file(KORVAN_EXAMPLES "/mite.txt", folder.file("mite.txt"));
+  const CliResult first = RunKorvan(folder, FastRunAnswers() + " --quiet --seed 5 --transcript first.answers A1");
+  ASSERT_EQ(first.code, 0) << first.err;
+  EXPECT_NE(first.out.find("Population parameters"), std::string::npos) << first.out;
+  EXPECT_NE(first.out.find("  mite_0A_Life Table_Output.txt\n"), std::string::npos) << first.out;
+  const std::string transcript = test::ReadFile(folder.file("first.answers"));
+  EXPECT_NE(transcript.find("Open life table data file = mite.txt\n"), std::string::npos) << transcript;
+  EXPECT_NE(transcript.find("Fast run for two-sex or parthenogenetic population? = Yes\n"), std::string::npos);
+
+  // The transcript alone repeats the run: the same dialogues, the same answers, the same report.
+  const std::string report = test::ReadFile(folder.file("mite_0A_Life Table_Output.txt"));
+  std::filesystem::remove(folder.file("mite_0A_Life Table_Output.txt"));
+  const CliResult again = RunKorvan(folder, "--answers first.answers --transcript second.answers A1");
+  ASSERT_EQ(again.code, 0) << again.err;
+  EXPECT_EQ(again.err.find("answer not used"), std::string::npos) << again.err;
+  EXPECT_EQ(LinesWithout(test::ReadFile(folder.file("second.answers")), {"#"}), LinesWithout(transcript, {"#"}));
+  EXPECT_EQ(LinesWithout(test::ReadFile(folder.file("mite_0A_Life Table_Output.txt")), {"Date:", "Time:"}),
+            LinesWithout(report, {"Date:", "Time:"}));
+
+  // A Fast Run closes A1 and A2 behind it.
+  const CliResult twice = RunKorvan(folder, FastRunAnswers() + " A1 A2");
+  EXPECT_EQ(twice.code, 2);
+  EXPECT_NE(twice.err.find("A2. Basic Run is closed at this point of the session."), std::string::npos)
+      << twice.err;
 }
 
 }  // namespace

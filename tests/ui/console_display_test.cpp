@@ -15,6 +15,7 @@ TEST(ConsoleDisplay, BarEstimateAndFields) {
   EXPECT_EQ(ConsoleDisplay::FormatBar(2000, 2000, 125.0, 4), "[####] 100%  2000/2000  done in 2 min 05 s");
   EXPECT_EQ(ConsoleDisplay::FormatBar(1, 3, 100.0, 3), "[#..]  33%  1/3  about 3 min 20 s left");
   EXPECT_EQ(ConsoleDisplay::FormatDuration(7322), "2 h 02 min");
+  EXPECT_EQ(ConsoleDisplay::FormatBar(999, 1000, 0.2, 2), "[#.]  99%  999/1000  under 1 s left");
   EXPECT_EQ(ConsoleDisplay::FormatBar(5, 0, 1.0, 2), "[##] 100%  5/1  done in 1 s");  // no total
 
   std::ostringstream out;
