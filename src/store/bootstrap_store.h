@@ -11,7 +11,9 @@
 // and m(x) accumulators, the counters of negative r and the like) lives in BootstrapWork, one
 // per worker; the driver adds the workers' sums together in sample order at the end.
 #include <cstdint>
-#include <cstdlib>
+#include <sys/mman.h>
+
+#include <cstddef>
 #include <new>
 #include <string>
 #include <type_traits>
@@ -31,11 +33,15 @@ class SampleArray {
  public:
   static constexpr long kRow = (H0 + 1) * (H1 + 1);
   static constexpr long kSize = kRow * (HS + 1);
-  explicit SampleArray(const char* name)
-      : name_(name), p_(static_cast<T*>(std::calloc(static_cast<std::size_t>(kSize), sizeof(T)))) {
-    if (!p_) throw std::bad_alloc();
+  static constexpr std::size_t kBytes = static_cast<std::size_t>(kSize) * sizeof(T);
+  // Mapped straight from the system: calloc would hand back recycled heap, which it must clear,
+  // once the allocator has raised its threshold for mapping (after the first store is freed).
+  explicit SampleArray(const char* name) : name_(name) {
+    void* p = mmap(nullptr, kBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (p == MAP_FAILED) throw std::bad_alloc();
+    p_ = static_cast<T*>(p);
   }
-  ~SampleArray() { std::free(p_); }
+  ~SampleArray() { munmap(p_, kBytes); }
   SampleArray(const SampleArray&) = delete;
   SampleArray& operator=(const SampleArray&) = delete;
 

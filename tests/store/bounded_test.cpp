@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "store/bounded.h"
 #include "store/session_store.h"
 
@@ -35,6 +37,29 @@ TEST(Bounded, StoreKeepsTheRealLimits) {
   EXPECT_NO_THROW(S.header.StageName(1, 14));  // the second adult stage of a 13-stage file
   EXPECT_THROW(S.header.StageName(1, 15), SubscriptFault);
   EXPECT_THROW(S.header.TypeCode(4), SubscriptFault);
+}
+
+// Workers copy the workspace of Basic Run: a copy holds the values and is a store of its own,
+// small and large arrays alike; a fresh array reads zero everywhere.
+TEST(Bounded, CopiesAreIndependentAndFreshArraysAreZero) {
+  auto a = std::make_unique<Workspace>();
+  for (long i : {0L, 200L, 390L})
+    for (long x : {0L, 300L, 575L}) EXPECT_EQ(a->cohort.Fecundity(i, x), 0);
+  a->cohort.Fecundity(390, 575) = 4;
+  a->cohort.TotalLongevity(7) = 11;
+  a->cohort.IndividualSex(3) = "F";
+  auto b = std::make_unique<Workspace>(*a);
+  EXPECT_EQ(b->cohort.Fecundity(390, 575), 4);
+  EXPECT_EQ(b->cohort.TotalLongevity(7), 11);
+  EXPECT_EQ(b->cohort.IndividualSex(3), "F");
+  b->cohort.Fecundity(390, 575) = 9;
+  b->cohort.TotalLongevity(7) = 2;
+  EXPECT_EQ(a->cohort.Fecundity(390, 575), 4);
+  EXPECT_EQ(a->cohort.TotalLongevity(7), 11);
+  *a = *b;
+  EXPECT_EQ(a->cohort.Fecundity(390, 575), 9);
+  a.reset();
+  EXPECT_EQ(b->cohort.Fecundity(390, 575), 9);
 }
 
 }  // namespace

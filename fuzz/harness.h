@@ -1,0 +1,41 @@
+#pragma once
+// Runs of KORVAN on crafted input, shared by the fuzz targets and by the replay of the seed
+// corpus in the test suite. A run may end as the program ends on bad input (a message, a bound
+// fault, an overflow fault); any other end (a crash, a sanitizer report, an exception of
+// another kind, an endless loop) is a finding.
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+namespace korvan::fuzz {
+
+enum class Ending { Ran, ProgramEnd, SubscriptFault, OverflowFault };
+
+// How a run ended, with the message shown at its end.
+struct Outcome {
+  Ending ending = Ending::Ran;
+  std::string message;
+};
+
+// A folder of its own for the files of the runs: emptied before each run, removed at the end.
+class Workbench {
+ public:
+  Workbench();
+  ~Workbench();
+  Workbench(const Workbench&) = delete;
+  Workbench& operator=(const Workbench&) = delete;
+  // Empties the folder and writes a file of these bytes in it; returns its path.
+  std::string Put(const std::string& name, const std::uint8_t* data, std::size_t size);
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+// "A1. Read data" on the bytes as a life-table data file, in a Fast Run of a two-sex population
+// (a file of females only, which ends the check there, again as parthenogenetic), with every
+// question of the check answered so that it goes on; then Basic Run when the check passed.
+Outcome RunDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+}  // namespace korvan::fuzz
