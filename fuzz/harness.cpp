@@ -6,7 +6,6 @@
 #include <system_error>
 
 #include "accepting_prompts.h"
-#include "input/data_file_reader.h"
 #include "input/read_data_a1.h"
 #include "store/faults.h"
 #include "store/session_store.h"
@@ -40,8 +39,7 @@ namespace {
 template <class Run>
 Outcome Guarded(Run&& run) {
   try {
-    run();
-    return {};
+    return run();
   } catch (const ProgramEnd& end) {
     return {Ending::ProgramEnd, end.title + ": " + end.message};
   } catch (const SubscriptFault& fault) {
@@ -53,7 +51,7 @@ Outcome Guarded(Run&& run) {
 
 const char* const kTwoSexTitle = "Two-sex mating?";
 
-void ReadAndRun(const std::string& path, bool twoSex) {
+Outcome ReadAndRun(const std::string& path, bool twoSex) {
   auto S = std::make_unique<SessionStore>();
   S->StartUp();
   AcceptingPrompts P;
@@ -63,8 +61,11 @@ void ReadAndRun(const std::string& path, bool twoSex) {
   P.answers["Do you need the contribution of this life table to intrinsic rate?"] = kNo;
   P.goOn = {"Non-integer developmental time", "Non-integer fecundity", "Are there more data?"};
 
+  // A Fast Run goes on from A1 to Basic Run by itself.
   ReadDataA1(*S, P).cmdReadDataA1_Click();
-  DataFileReader(*S, P).InputData();
+  Outcome ran;
+  ran.basicRunDone = S->basic.BasicRunDone == "yes";
+  return ran;
 }
 
 }  // namespace
@@ -74,7 +75,7 @@ Outcome RunDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size
   bool femalesOnly = false;
   Outcome first = Guarded([&] {
     try {
-      ReadAndRun(path, true);
+      return ReadAndRun(path, true);
     } catch (const ProgramEnd& end) {
       femalesOnly = end.title == kTwoSexTitle;
       throw;
@@ -82,7 +83,7 @@ Outcome RunDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size
   });
   if (!femalesOnly) return first;
   bench.Put("data.txt", data, size);
-  return Guarded([&] { ReadAndRun(path, false); });
+  return Guarded([&] { return ReadAndRun(path, false); });
 }
 
 }  // namespace korvan::fuzz

@@ -16,6 +16,7 @@ enum class Ending { Ran, ProgramEnd, SubscriptFault, OverflowFault };
 struct Outcome {
   Ending ending = Ending::Ran;
   std::string message;
+  bool basicRunDone = false;  // Basic Run went through to its end
 };
 
 // A folder of its own for the files of the runs: emptied before each run, removed at the end.

@@ -38,8 +38,10 @@ TEST(FuzzCorpus, DataFilesRunOrEndAsTheProgramEnds) {
   // runs as parthenogenetic.
   for (const char* good : {"mite.txt", "cohort_check_good.txt", "cohort_check_only_females.txt",
                            "cohort_reader_small.txt", "cohort_check_blank_line_end.txt", "non_integer_fecundity.txt",
-                           "more_data.txt", "quoted_comma.txt", "crlf.txt", "two_stages.txt"})
+                           "more_data.txt", "quoted_comma.txt", "crlf.txt", "two_stages.txt"}) {
     EXPECT_EQ(endings[good].ending, Ending::Ran) << good << ": " << endings[good].message;
+    EXPECT_TRUE(endings[good].basicRunDone) << good;
+  }
   // Faults of the check.
   for (const char* bad : {"same_type_code.txt", "bad_special_first.txt", "bad_special_second.txt",
                           "number_out_of_place.txt", "bad_sex.txt", "zero_duration.txt", "female_without_adult.txt",
