@@ -1,11 +1,13 @@
 #include "harness.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <memory>
 #include <system_error>
 
 #include "accepting_prompts.h"
+#include "bootstrap/bootstrap_driver.h"
 #include "input/read_data_a1.h"
 #include "store/faults.h"
 #include "store/session_store.h"
@@ -26,11 +28,14 @@ Workbench::~Workbench() {
   std::filesystem::remove_all(path_, ec);
 }
 
-std::string Workbench::Put(const std::string& name, const std::uint8_t* data, std::size_t size) {
+void Workbench::Clear() {
   for (const auto& entry : std::filesystem::directory_iterator(path_)) std::filesystem::remove_all(entry.path());
+}
+
+std::string Workbench::Add(const std::string& name, const void* data, std::size_t size) {
   const std::string file = (path_ / name).string();
   std::ofstream out(file, std::ios::binary);
-  out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+  out.write(static_cast<const char*>(data), static_cast<std::streamsize>(size));
   return file;
 }
 
@@ -51,18 +56,22 @@ Outcome Guarded(Run&& run) {
 
 const char* const kTwoSexTitle = "Two-sex mating?";
 
-Outcome ReadAndRun(const std::string& path, bool twoSex) {
-  auto S = std::make_unique<SessionStore>();
-  S->StartUp();
-  AcceptingPrompts P;
+// A1 in a Fast Run, which goes on to Basic Run by itself.
+void FastRun(SessionStore& S, AcceptingPrompts& P, const std::string& path, bool twoSex) {
   P.files["Open life table data file"] = path;
   P.answers["Do you need only the basic output (0A) and figure files?"] = kNo;
   P.answers["Fast run for two-sex or parthenogenetic population?"] = twoSex ? kYes : kNo;
   P.answers["Do you need the contribution of this life table to intrinsic rate?"] = kNo;
   P.goOn = {"Non-integer developmental time", "Non-integer fecundity", "Are there more data?"};
 
-  // A Fast Run goes on from A1 to Basic Run by itself.
-  ReadDataA1(*S, P).cmdReadDataA1_Click();
+  ReadDataA1(S, P).cmdReadDataA1_Click();
+}
+
+Outcome ReadAndRun(const std::string& path, bool twoSex) {
+  auto S = std::make_unique<SessionStore>();
+  S->StartUp();
+  AcceptingPrompts P;
+  FastRun(*S, P, path, twoSex);
   Outcome ran;
   ran.basicRunDone = S->basic.BasicRunDone == "yes";
   return ran;
@@ -84,6 +93,38 @@ Outcome RunDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size
   if (!femalesOnly) return first;
   bench.Put("data.txt", data, size);
   return Guarded([&] { return ReadAndRun(path, false); });
+}
+
+const char* const kRecordCohort =
+    "Project: Record\nTester\nLab 25C\n6\n2, 4\n"
+    "F,Egg,Larva,Nymph,Female\nM,Egg,Larva,Nymph,Male\nEgg,Nymph\n"
+    " 1 ,F, 2, 4, 3, 5\n1,0,3,-1\n 2 ,M, 2, 4, 3, 6\n 3 ,N, 2, 4,-3\n"
+    " 4 ,F, 3, 4, 3, 3\n2,2,2,-1\n 5 ,M, 2, 5, 3, 4\n 6 ,N,-1\n";
+
+Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string cohort = bench.Put("cohort.txt", kRecordCohort, std::strlen(kRecordCohort));
+  const std::string record = bench.Add("record.txt", data, size);
+  return Guarded([&] {
+    auto S = std::make_unique<SessionStore>();
+    S->StartUp();
+    AcceptingPrompts P;
+    FastRun(*S, P, cohort, true);
+    Outcome ran;
+    ran.basicRunDone = S->basic.BasicRunDone == "yes";
+    if (!ran.basicRunDone) return ran;
+
+    // One thread and a fixed seed: a run is repeated exactly from its input.
+    S->boot.RequestedThreads = 1;
+    S->boot.HasRequestedSeed = true;
+    S->boot.RequestedSeed = 1;
+    P.files["Open bootstrap record file (In general, it is file no. 11)."] = record;
+    P.answers["Fast run for bootstrap?"] = kCancel;  // the detailed steps, where the record is offered
+    P.answers["Same bootstrap samples?"] = kYes;
+    P.answers["Fast run for the rest steps?"] = kYes;
+    BootstrapDriver(*S, P).cmdBootstrap_Click();
+    ran.bootstrapSamples = S->boot.EffectiveCount;
+    return ran;
+  });
 }
 
 }  // namespace korvan::fuzz

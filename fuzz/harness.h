@@ -17,6 +17,7 @@ struct Outcome {
   Ending ending = Ending::Ran;
   std::string message;
   bool basicRunDone = false;  // Basic Run went through to its end
+  long bootstrapSamples = 0;  // samples of a bootstrap analysed (EffectiveCount)
 };
 
 // A folder of its own for the files of the runs: emptied before each run, removed at the end.
@@ -26,8 +27,14 @@ class Workbench {
   ~Workbench();
   Workbench(const Workbench&) = delete;
   Workbench& operator=(const Workbench&) = delete;
-  // Empties the folder and writes a file of these bytes in it; returns its path.
-  std::string Put(const std::string& name, const std::uint8_t* data, std::size_t size);
+  void Clear();
+  // Writes a file of these bytes in the folder; returns its path.
+  std::string Add(const std::string& name, const void* data, std::size_t size);
+  // Empties the folder first.
+  std::string Put(const std::string& name, const void* data, std::size_t size) {
+    Clear();
+    return Add(name, data, size);
+  }
   const std::filesystem::path& Path() const { return path_; }
 
  private:
@@ -38,5 +45,12 @@ class Workbench {
 // (a file of females only, which ends the check there, again as parthenogenetic), with every
 // question of the check answered so that it goes on; then Basic Run when the check passed.
 Outcome RunDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The bytes as a record of bootstrap samples (file no. 11): Basic Run of a small fixed cohort
+// in a Fast Run, then "A3. Bootstrap" repeating the samples of the record, on one thread.
+Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The cohort of RunRecordFile: individuals 1..6, F M N F M N.
+extern const char* const kRecordCohort;
 
 }  // namespace korvan::fuzz

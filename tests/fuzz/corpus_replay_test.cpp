@@ -52,5 +52,29 @@ TEST(FuzzCorpus, DataFilesRunOrEndAsTheProgramEnds) {
   EXPECT_EQ(endings["long_adult.txt"].ending, Ending::SubscriptFault) << endings["long_adult.txt"].message;
 }
 
+TEST(FuzzCorpus, RecordFilesRepeatTheirSamplesOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("record_file", RunRecordFile);
+  ASSERT_GE(endings.size(), 15u);
+  // Records that repeat: every sample is analysed.
+  for (const auto& [good, samples] : std::map<std::string, long>{{"effective_two_sex.txt", 3},
+                                                                {"effective_parthenogenetic.txt", 2},
+                                                                {"all_two_sex.txt", 2},
+                                                                {"all_parthenogenetic.txt", 2},
+                                                                {"general.txt", 3},
+                                                                {"old_version.txt", 3},
+                                                                {"larger_sample.txt", 2},
+                                                                {"no_summary.txt", 3}}) {
+    EXPECT_EQ(endings[good].ending, Ending::Ran) << good << ": " << endings[good].message;
+    EXPECT_EQ(endings[good].bootstrapSamples, samples) << good;
+  }
+  // A sample that fails its record's condition, a sample without females, a record that ends
+  // before its samples do.
+  for (const char* bad : {"effective_without_male.txt", "sample_without_female.txt", "more_samples_than_written.txt"})
+    EXPECT_EQ(endings[bad].ending, Ending::ProgramEnd) << bad << ": " << endings[bad].message;
+  // An individual that isn't in the pool, a sample larger than the arrays hold.
+  for (const char* beyond : {"individual_beyond_pool.txt", "individual_zero.txt", "sample_size_beyond.txt"})
+    EXPECT_EQ(endings[beyond].ending, Ending::SubscriptFault) << beyond << ": " << endings[beyond].message;
+}
+
 }  // namespace
 }  // namespace korvan::fuzz

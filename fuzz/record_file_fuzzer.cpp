@@ -1,0 +1,12 @@
+// libFuzzer target: an arbitrary record of bootstrap samples (file no. 11) read and repeated by
+// "A3. Bootstrap" after Basic Run of a small cohort (see harness.h).
+#include <cstddef>
+#include <cstdint>
+
+#include "harness.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static korvan::fuzz::Workbench bench;
+  korvan::fuzz::RunRecordFile(bench, data, size);
+  return 0;
+}
