@@ -114,9 +114,9 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
     if (!ran.basicRunDone) return ran;
 
     // One thread and a fixed seed: a run is repeated exactly from its input.
-    S->boot.RequestedThreads = 1;
-    S->boot.HasRequestedSeed = true;
-    S->boot.RequestedSeed = 1;
+    S->runControl.threads = 1;
+    S->runControl.hasSeed = true;
+    S->runControl.seed = 1;
     P.files["Open bootstrap record file (In general, it is file no. 11)."] = record;
     P.answers["Fast run for bootstrap?"] = kCancel;  // the detailed steps, where the record is offered
     P.answers["Same bootstrap samples?"] = kYes;

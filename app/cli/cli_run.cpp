@@ -143,9 +143,6 @@ int RunSession(const CliOptions& options, bool demo) {
   S.runControl.seed = options.seed;
   S.runControl.threads = options.threads;
   S.runControl.quiet = options.quiet;
-  S.boot.HasRequestedSeed = options.hasSeed;
-  S.boot.RequestedSeed = options.seed;
-  S.boot.RequestedThreads = options.threads;
 
   AnswerBook book;
   std::vector<const CommandInfo*> commands;

@@ -64,7 +64,11 @@ std::string ClosedCommandMessage(const ConsoleState& console, const CommandInfo&
   }
   if (!command.opensAfter.empty()) {
     const CommandInfo* before = FindCommand(command.opensAfter);
-    if (before) return caption + " is closed: it opens after " + std::string(before->caption) + ".";
+    // Only a predecessor still waiting to be run explains the refusal; once it has run
+    // (a Fast Run closes A2 behind A1, for one) the command is simply closed.
+    if (before && IsCommandOpen(console, *before)) {
+      return caption + " is closed: it opens after " + std::string(before->caption) + ".";
+    }
   }
   return caption + " is closed at this point of the session.";
 }
