@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 packages=(cmake g++ make libfmt-dev libcli11-dev libgtest-dev libgmock-dev libbenchmark-dev
-          qt6-base-dev qt6-charts-dev libgl-dev xvfb clang libclang-rt-14-dev)
+          qt6-base-dev qt6-charts-dev qt6-svg-dev libgl-dev xvfb clang libclang-rt-14-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")

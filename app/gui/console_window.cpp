@@ -1,74 +1,281 @@
 #include "console_window.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMouseEvent>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QRandomGenerator>
 #include <QStatusBar>
+#include <QTabWidget>
+#include <QThread>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <functional>
 
+#include "chart_view.h"
+#include "large_graph.h"
 #include "store/faults.h"
 #include "store/limits.h"
+#include "ui/answer_book.h"
+#include "ui/chart_figures.h"
 #include "ui/command_handlers.h"
-#include "ui/command_table.h"
+#include "ui/console_display.h"
+#include "ui/console_texts.h"
 
 namespace korvan::gui {
 
-ConsoleWindow::ConsoleWindow()
-    : store_(std::make_unique<SessionStore>()),
-      prompts_(this, [this](const std::string& label, const std::string& text) { ShowStatus(label, text); }) {
+namespace {
+
+QString Q(const std::string& s) { return QString::fromStdString(s); }
+QString Q(std::string_view s) { return QString::fromUtf8(s.data(), static_cast<int>(s.size())); }
+
+// A label that answers a click or a double click.
+class ClickLabel : public QLabel {
+ public:
+  explicit ClickLabel(const QString& text) : QLabel(text) {}
+  std::function<void()> onClick, onDoubleClick;
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* e) override {
+    if (e->button() == Qt::LeftButton && onClick) onClick();
+    QLabel::mouseReleaseEvent(e);
+  }
+  void mouseDoubleClickEvent(QMouseEvent* e) override {
+    if (onDoubleClick) onDoubleClick();
+    QLabel::mouseDoubleClickEvent(e);
+  }
+};
+
+// What the result fields hold, shown as their tool tips.
+const char* Definition(std::string_view control) {
+  if (control == "txtDatafile") return "The life table data file of this session";
+  if (control == "txtCohortsize") return "Number of individuals at the start of the cohort";
+  if (control == "txtMeanfecundity") return "Mean fecundity of the females";
+  if (control == "txtFiniteRate") return "Finite rate of increase (lambda): the growth of the population per time unit";
+  if (control == "txtIntrinsicrate") return "Intrinsic rate of increase (r): ln(lambda)";
+  if (control == "txtNetreproductiverate") return "Net reproductive rate (R0): offspring of an individual over its life";
+  if (control == "txtMeangenerationtime") return "Mean generation time (T): ln(R0)/r";
+  return "";
+}
+
+QString BackColour(const std::string& name) {
+  if (name == "Red") return "#ff4040";
+  if (name == "Yellow") return "#ffff00";
+  if (name == "Green") return "#40c040";
+  if (name == "White") return "#ffffff";
+  return Q(name);
+}
+
+const char* kBlink[] = {"#c00000", "#c06000", "#008000", "#0060c0", "#6000c0", "#c000a0"};
+
+}  // namespace
+
+ConsoleWindow::ConsoleWindow(const ConsoleOptions& options)
+    : store_(std::make_unique<SessionStore>()), qtPrompts_(this, this), prompts_(&qtPrompts_) {
   SessionStore& S = *store_;
   S.StartUp();
   SetStartUpConsole(S.console);
-  setWindowTitle(QString::fromStdString(S.identity.ProgramName));
+  S.runControl = options.runControl;
+  if (!options.answerFiles.empty() || !options.answers.empty() || options.useDefaults || !options.askWhenMissing) {
+    AnswerBook book;
+    for (const auto& file : options.answerFiles) book.AddFile(file);
+    for (const auto& answer : options.answers) book.AddOption(answer);
+    answered_ = std::make_unique<AnsweredPrompts>(std::move(book), options.useDefaults, options.askWhenMissing,
+                                                   qtPrompts_);
+    prompts_ = answered_.get();
+  }
+  setObjectName("Form1");
+  setWindowTitle(Q(S.identity.ProgramName));
 
   auto* central = new QWidget;
   auto* layout = new QGridLayout(central);
+  layout->setContentsMargins(6, 6, 6, 6);
+  layout->setSpacing(6);
 
   auto* title = new QLabel(kConsoleTitle);
   title->setObjectName("Label12");
   title->setAlignment(Qt::AlignCenter);
-  title->setStyleSheet("font-family: Century; font-size: 16pt; color: white; background: blue; padding: 8px;");
+  title->setStyleSheet("font-family: Century, 'Century Schoolbook', serif; font-size: 18pt; color: white; "
+                       "background: blue; padding: 6px;");
   layout->addWidget(title, 0, 0, 1, 2);
 
-  auto* limits = new QLabel(kLimitsText);
-  limits->setObjectName("Limits");
-  layout->addWidget(limits, 1, 0);
+  layout->addWidget(BuildResults(), 1, 0);
+  layout->addWidget(BuildCharts(), 1, 1);
+  layout->setColumnStretch(1, 1);
+  layout->setRowStretch(1, 1);
+
+  layout->addWidget(frames_["Frame4"] = CommandFrame("Main procedures", CommandGroup::Main, 10), 2, 0, 1, 2);
+  layout->addWidget(CommandFrame("Further commands", CommandGroup::Further, 9), 3, 0, 1, 2);
+  layout->addWidget(frames_["Frame1"] = CommandFrame("Main figures", CommandGroup::Graph, 8), 4, 0, 1, 2);
+  layout->addWidget(BuildRunStatus(), 5, 0, 1, 2);
+
+  setCentralWidget(central);
+  statusBar()->showMessage(Q(S.identity.VersionStamp));
+  resize(1280, 900);
+
+  timer1_ = new QTimer(this);
+  connect(timer1_, &QTimer::timeout, this, &ConsoleWindow::Tick1);
+  timer1_->start(1000);
+  timer2_ = new QTimer(this);
+  connect(timer2_, &QTimer::timeout, this, &ConsoleWindow::Tick2);
+  timer2_->start(200);
+  Tick1();
+  Refresh();
+}
+
+ConsoleWindow::~ConsoleWindow() = default;
+
+QWidget* ConsoleWindow::BuildResults() {
+  auto* panel = new QWidget;
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(0, 0, 0, 0);
 
   auto* results = new QGroupBox("Results");
   auto* form = new QFormLayout(results);
   for (const auto& field : ResultFields()) {
     auto* box = new QLineEdit;
     box->setReadOnly(true);
-    box->setObjectName(QString::fromUtf8(field.control.data(), static_cast<int>(field.control.size())));
-    form->addRow(QString::fromUtf8(field.label.data(), static_cast<int>(field.label.size())), box);
+    box->setObjectName(Q(field.control));
+    box->setToolTip(Definition(field.control));
+    if (field.control == "txtMeanfecundity") box->setStyleSheet("background: yellow;");
+    if (field.control == "txtDatafile") box->setMinimumWidth(260);
+    form->addRow(Q(field.label), box);
     fields_[std::string(field.control)] = box;
   }
-  layout->addWidget(results, 1, 1);
+  column->addWidget(results);
 
-  layout->addWidget(frames_["Frame4"] = CommandFrame("Main procedures", CommandGroup::Main, 4), 2, 0, 1, 2);
-  layout->addWidget(CommandFrame("Further commands", CommandGroup::Further, 4), 3, 0, 1, 2);
-  layout->addWidget(frames_["Frame1"] = CommandFrame("Main figures", CommandGroup::Graph, 5), 4, 0, 1, 2);
+  auto* limitsBox = new QGroupBox("Limits");
+  auto* limitsLayout = new QHBoxLayout(limitsBox);
+  auto* limits = new QLabel(kLimitsText);
+  limits->setObjectName("Limits");
+  limitsLayout->addWidget(limits, 1);
+  auto* edition = new QLabel(kEditionWord);
+  edition->setObjectName("Label15");
+  edition->setAlignment(Qt::AlignTop | Qt::AlignRight);
+  edition->setStyleSheet("font-weight: bold;");
+  labels_["Label15"] = edition;
+  limitsLayout->addWidget(edition);
+  column->addWidget(limitsBox);
 
-  setCentralWidget(central);
-  statusBar()->showMessage(QString::fromStdString(S.identity.VersionStamp));
-  Refresh();
+  column->addWidget(BuildGreeting());
+  column->addStretch(1);
+  return panel;
+}
+
+QWidget* ConsoleWindow::BuildGreeting() {
+  auto* box = new QGroupBox;
+  auto* layout = new QVBoxLayout(box);
+  auto* greeting = new QLabel("How do you do?");
+  greeting->setObjectName("Label13");
+  greeting->setStyleSheet("font-size: 13pt; color: #000080;");
+  labels_["Label13"] = greeting;
+  layout->addWidget(greeting);
+
+  auto* date = new ClickLabel("");
+  date->setObjectName("Label6");
+  date->onDoubleClick = [this] { EnableAllForImage(); };
+  labels_["Label6"] = date;
+  layout->addWidget(date);
+
+  // The greeting picture, until the wisdom labels take its place.
+  auto* picture = new QLabel(Q(store_->identity.ProgramName) + "\nage-stage, two-sex life tables");
+  picture->setObjectName("Picture1");
+  picture->setAlignment(Qt::AlignCenter);
+  picture->setMinimumHeight(70);
+  picture->setStyleSheet("background: qlineargradient(x1:0, y1:0, x2:1, y2:1, stop:0 #1e5a1e, stop:1 #6fbf4f); "
+                         "color: white; font-size: 14pt; font-weight: bold;");
+  greetingPicture_ = picture;
+  layout->addWidget(picture);
+
+  auto* wisdom = new ClickLabel("Click here for a word of wisdom.");
+  wisdom->setObjectName("Label4");
+  wisdom->setWordWrap(true);
+  wisdom->setCursor(Qt::PointingHandCursor);
+  wisdom->onClick = [this] { ShowWisdom(); };
+  wisdom->hide();
+  labels_["Label4"] = wisdom;
+  layout->addWidget(wisdom);
+  auto* stamp = new QLabel(Q(store_->identity.ProgramName + " " + store_->identity.VersionStamp));
+  stamp->setObjectName("Label14");
+  stamp->hide();
+  labels_["Label14"] = stamp;
+  layout->addWidget(stamp);
+  return box;
+}
+
+QWidget* ConsoleWindow::BuildCharts() {
+  chartTabs_ = new QTabWidget;
+  mainChart_ = new ChartView;
+  mainChart_->setObjectName("MSChart1");
+  mainChart_->setToolTip("Click the chart to see the next figure");
+  freqChart_ = new ChartView;
+  freqChart_->setObjectName("MSChart2");
+  chartTabs_->addTab(mainChart_, "Figures");
+  chartTabs_->addTab(freqChart_, "Frequency");
+  connect(mainChart_, &ChartView::clicked, this, &ConsoleWindow::MainChartClicked);
+
+  auto* area = new QWidget;
+  auto* layout = new QVBoxLayout(area);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(chartTabs_, 1);
+  auto* save = new QPushButton("Save chart...");
+  save->setObjectName("SaveChart");
+  save->setToolTip("Save the chart shown as a PNG image or an SVG drawing");
+  connect(save, &QPushButton::clicked, this, [this] {
+    static_cast<ChartView*>(chartTabs_->currentWidget())->SaveWithDialog();
+  });
+  auto* row = new QHBoxLayout;
+  row->addStretch(1);
+  row->addWidget(save);
+  layout->addLayout(row);
+  return area;
+}
+
+QWidget* ConsoleWindow::BuildRunStatus() {
+  auto* box = new QGroupBox("Run");
+  auto* layout = new QGridLayout(box);
+  int column = 0;
+  for (const char* name : {"lblBootMsg", "lblBootBegin", "lblBootEnd"}) {
+    auto* label = new QLabel;
+    label->setObjectName(name);
+    label->setWordWrap(true);
+    label->setMinimumHeight(36);
+    labels_[name] = label;
+    layout->addWidget(label, 0, column++);
+  }
+  progress_ = new QProgressBar;
+  progress_->setObjectName("Progress");
+  progress_->setRange(0, 1);
+  progress_->setValue(0);
+  progress_->setFormat("");
+  progress_->setTextVisible(true);
+  layout->addWidget(progress_, 1, 0, 1, 2);
+  progressText_ = new QLabel;
+  progressText_->setObjectName("ProgressText");
+  layout->addWidget(progressText_, 1, 2);
+  for (int c = 0; c < 3; ++c) layout->setColumnStretch(c, 1);
+  return box;
 }
 
 QGroupBox* ConsoleWindow::CommandFrame(const char* title, CommandGroup group, int columns) {
   auto* frame = new QGroupBox(title);
   auto* grid = new QGridLayout(frame);
+  grid->setSpacing(3);
   int n = 0;
   for (const auto& command : CommandTable()) {
     if (command.group != group) continue;
     const std::string control(command.control);
-    auto* button = new QPushButton(QString::fromUtf8(command.caption.data(), static_cast<int>(command.caption.size())));
-    button->setObjectName(QString::fromStdString(control));
-    button->setToolTip(QString::fromUtf8(command.toolTip.data(), static_cast<int>(command.toolTip.size())));
+    auto* button = new QPushButton(Q(command.caption));
+    button->setObjectName(Q(control));
+    button->setToolTip(Q(command.toolTip));
     connect(button, &QPushButton::clicked, this, [this, control] { Press(control); });
     grid->addWidget(button, n / columns, n % columns);
     buttons_[control] = button;
@@ -77,41 +284,301 @@ QGroupBox* ConsoleWindow::CommandFrame(const char* title, CommandGroup group, in
   return frame;
 }
 
+// ---------------------------------------------------------------------------------------
+// Commands
+
+bool ConsoleWindow::Press(const std::string& control) {
+  if (running_) {
+    lastMessage_ = "A command is running.";
+    return false;
+  }
+  const CommandInfo* command = FindCommand(control);
+  if (!command) {
+    lastMessage_ = Q("Unknown command " + control);
+    return false;
+  }
+  SessionStore& S = *store_;
+  if (!IsCommandOpen(S.console, *command)) {
+    Note(Q(ClosedCommandMessage(S.console, *command)));
+    return false;
+  }
+  if (command->control == "Command4") {
+    OpenLargeGraph();
+    return true;
+  }
+  if (command->group == CommandGroup::Graph) {
+    if (FigureOfCommand(command->control, mainChart_->Panel().figure).empty()) {
+      Note(Q(command->caption) + ": not available yet");
+      return false;
+    }
+    ShowGraphCommand(*command);
+    return true;
+  }
+  if (!IsCommandBuilt(command->control)) {
+    Note(Q(command->caption) + ": not available yet");
+    return false;
+  }
+  if (command->control == "Command1") {
+    emit programEnded(0);
+    return true;
+  }
+  StartCommand(*command);
+  return true;
+}
+
+void ConsoleWindow::StartCommand(const CommandInfo& command) {
+  running_ = true;
+  outcome_ = Outcome{};
+  lastMessage_.clear();
+  Refresh();
+  const std::string control(command.control);
+  statusBar()->showMessage(Q(command.caption) + " is running...");
+  QThread* worker = QThread::create([this, control] { RunOnWorker(control); });
+  worker->setObjectName("analysis");
+  connect(worker, &QThread::finished, this, [this, worker, control] {
+    worker->deleteLater();
+    CommandEnded(control);
+  });
+  worker->start();
+}
+
+void ConsoleWindow::RunOnWorker(std::string control) {
+  Outcome out;
+  try {
+    PressCommand(*store_, *prompts_, ResolveCommand(control));
+  } catch (const CommandRefused& e) {
+    out = {Outcome::Refused, "", e.what()};
+  } catch (const AnswerError& e) {
+    out = {Outcome::Refused, "", e.what()};
+  } catch (const SessionQuit&) {
+    out = {Outcome::Quit, "", ""};
+  } catch (const ProgramEnd& e) {
+    out = {Outcome::Fault, e.title, e.message};
+  } catch (const SubscriptFault& e) {
+    out = {Outcome::Fault, "Run-time error '9'", e.what()};
+  } catch (const OverflowFault& e) {
+    out = {Outcome::Fault, "Run-time error '6'", e.what()};
+  } catch (const std::exception& e) {
+    out = {Outcome::Fault, store_->identity.ProgramName, e.what()};
+  }
+  outcome_ = out;  // read on the window's thread once the worker has finished
+}
+
+void ConsoleWindow::CommandEnded(const std::string& control) {
+  qtPrompts_.Flush();
+  running_ = false;
+  Refresh();
+  statusBar()->showMessage(Q(store_->identity.VersionStamp));
+  const Outcome out = outcome_;
+  switch (out.kind) {
+    case Outcome::Done:
+      emit commandFinished(Q(control), true);
+      if (closeWhenDone_) close();
+      if (scriptActive_) NextScriptStep();
+      return;
+    case Outcome::Refused:
+      Note(Q(out.message));
+      emit commandFinished(Q(control), false);
+      if (scriptActive_) {
+        scriptActive_ = false;
+        emit scriptFinished(false);
+      }
+      if (closeWhenDone_) close();
+      return;
+    case Outcome::Quit:
+      emit commandFinished(Q(control), true);
+      emit programEnded(0);
+      return;
+    case Outcome::Fault:
+      emit commandFinished(Q(control), false);
+      ShowFault(out);
+      return;
+  }
+}
+
+void ConsoleWindow::ShowFault(const Outcome& out) {
+  // The program ends here, as a run of it ends: its files are closed already.
+  lastMessage_ = Q(out.message);
+  if (!out.message.empty() || !out.title.empty()) {
+    QMessageBox box(QMessageBox::Critical, Q(out.title.empty() ? store_->identity.ProgramName : out.title),
+                    Q(out.message), QMessageBox::Ok, this);
+    box.setObjectName("FaultBox");
+    box.exec();
+  }
+  scriptActive_ = false;
+  emit programEnded(1);
+}
+
+void ConsoleWindow::RunScript(std::vector<std::string> controls) {
+  script_ = std::move(controls);
+  scriptStep_ = 0;
+  scriptActive_ = true;
+  NextScriptStep();
+}
+
+void ConsoleWindow::NextScriptStep() {
+  // A Fast Run's A1 runs Basic Run itself: a Basic Run asked for after it is then passed by.
+  while (scriptStep_ < script_.size()) {
+    const std::string name = script_[scriptStep_++];
+    const CommandInfo* command = FindCommand(name);
+    if (command && command->control == "cmdBasicRunA2" && store_->basic.BasicRunDone == "yes") continue;
+    if (!command || !Press(std::string(command->control))) {
+      if (!command) Note(Q("Unknown command " + name));
+      scriptActive_ = false;
+      emit scriptFinished(false);
+      return;
+    }
+    if (running_) return;  // the next step follows when this one has ended
+  }
+  scriptActive_ = false;
+  emit scriptFinished(true);
+}
+
+void ConsoleWindow::Note(const QString& text) {
+  lastMessage_ = text;
+  statusBar()->showMessage(text, 10000);
+  auto* box = new QMessageBox(QMessageBox::Information, Q(store_->identity.ProgramName), text, QMessageBox::Ok, this);
+  box->setObjectName("NoteBox");
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->open();
+}
+
+void ConsoleWindow::ShowGraphCommand(const CommandInfo& command) {
+  const std::string figure = FigureOfCommand(command.control, mainChart_->Panel().figure);
+  mainChart_->SetPanel(BuildFigure(*store_, figure));
+  chartTabs_->setCurrentWidget(mainChart_);
+}
+
+void ConsoleWindow::OpenLargeGraph() {
+  if (!largeGraph_) {
+    largeGraph_ = new LargeGraph(
+        [this](const std::string& figure) { return running_ ? ChartPanel{} : BuildFigure(*store_, figure); },
+        [this](const std::string& shown, int& counter) {
+          return running_ ? std::string() : ChartClickFigure(*store_, shown, counter);
+        },
+        this);
+  }
+  largeGraph_->ShowFigure("ShowSxj");
+  largeGraph_->show();
+  largeGraph_->raise();
+}
+
+void ConsoleWindow::MainChartClicked() {
+  if (running_) return;
+  const std::string figure = ChartClickFigure(*store_, mainChart_->Panel().figure, clickCounter_);
+  if (!figure.empty() && IsFigureBuilt(figure)) mainChart_->SetPanel(BuildFigure(*store_, figure));
+}
+
 void ConsoleWindow::Refresh() {
   for (const auto& command : CommandTable()) {
     auto it = buttons_.find(std::string(command.control));
-    if (it != buttons_.end()) it->second->setEnabled(store_->console.IsEnabled(std::string(command.control)));
+    if (it == buttons_.end()) continue;
+    it->second->setEnabled(!running_ && store_->console.IsEnabled(std::string(command.control)));
   }
+  if (running_) return;
   for (const auto& [name, frame] : frames_) frame->setVisible(store_->console.IsVisible(name));
 }
 
-void ConsoleWindow::ShowStatus(const std::string& label, const std::string& text) {
-  auto it = fields_.find(label);
-  if (it != fields_.end()) {
-    it->second->setText(QString::fromStdString(text));
-  } else {
-    statusBar()->showMessage(QString::fromStdString(text));
-  }
+void ConsoleWindow::EnableAllForImage() {
+  if (running_) return;
+  EnableAllButtonsForImage(store_->console);
+  Refresh();
 }
 
-void ConsoleWindow::Press(const std::string& control) {
-  const CommandInfo* command = FindCommand(control);
-  if (!command) return;
-  try {
-    PressCommand(*store_, prompts_, *command);
-  } catch (const CommandRefused& e) {
-    QMessageBox::information(this, QString::fromStdString(store_->identity.ProgramName), e.what());
-  } catch (const SessionQuit&) {
-    QApplication::quit();
-  } catch (const ProgramEnd& e) {
-    // The program ends here, as a run of it ends; the store's files close with it.
-    QMessageBox::critical(this, QString::fromStdString(e.title), QString::fromStdString(e.message));
-    QApplication::exit(1);
-  } catch (const std::exception& e) {
-    QMessageBox::critical(this, QString::fromStdString(store_->identity.ProgramName), e.what());
-    QApplication::exit(1);
+void ConsoleWindow::closeEvent(QCloseEvent* event) {
+  if (running_) {
+    // The analysis can't be stopped halfway: the window closes when the command ends.
+    closeWhenDone_ = true;
+    statusBar()->showMessage("The program ends when the command running has ended.");
+    event->ignore();
+    return;
   }
-  Refresh();
+  if (largeGraph_) largeGraph_->close();
+  event->accept();
+}
+
+// ---------------------------------------------------------------------------------------
+// Labels, progress and charts
+
+void ConsoleWindow::ShowStatus(const std::string& label, const std::string& text) {
+  const std::string colourMark = ".BackColor";
+  if (label.size() > colourMark.size() && label.compare(label.size() - colourMark.size(), colourMark.size(), colourMark) == 0) {
+    auto it = fields_.find(label.substr(0, label.size() - colourMark.size()));
+    if (it != fields_.end()) it->second->setStyleSheet("background: " + BackColour(text) + ";");
+    return;
+  }
+  if (auto it = fields_.find(label); it != fields_.end()) {
+    it->second->setText(Q(text));
+    it->second->setCursorPosition(0);
+    if (label == "txtDatafile") it->second->setStyleSheet("color: white; background: #00008b;");
+    return;
+  }
+  if (auto it = labels_.find(label); it != labels_.end()) {
+    it->second->setText(Q(text));
+    return;
+  }
+  if (auto it = buttons_.find(label); it != buttons_.end()) {
+    it->second->setText(Q(text));
+    return;
+  }
+  if (label == "Caption") {
+    setWindowTitle(Q(store_->identity.ProgramName + text));
+    return;
+  }
+  statusBar()->showMessage(Q(text));
+}
+
+void ConsoleWindow::ShowProgress(long done, long total) {
+  if (total <= 0) return;
+  const auto now = std::chrono::steady_clock::now();
+  if (total != lastTotal_ || done < lastDone_) progressStart_ = now;
+  lastDone_ = done;
+  lastTotal_ = total;
+  // The bar counts in thousandths: its range is an int, the samples may be many.
+  progress_->setRange(0, 1000);
+  progress_->setValue(static_cast<int>(1000 * std::min(done, total) / total));
+  progress_->setFormat(QString("%1 / %2").arg(done).arg(total));
+  const double elapsed = std::chrono::duration<double>(now - progressStart_).count();
+  QString text;
+  if (done >= total) {
+    text = "done in " + Q(ConsoleDisplay::FormatDuration(elapsed));
+  } else if (done > 0 && elapsed > 0) {
+    const double left = elapsed * static_cast<double>(total - done) / static_cast<double>(done);
+    text = left < 0.5 ? QString("under 1 s left") : "about " + Q(ConsoleDisplay::FormatDuration(left)) + " left";
+  }
+  progressText_->setText(text);
+}
+
+void ConsoleWindow::ShowPanel(const ChartPanel& panel) {
+  ChartView* view = panel.chart == "MSChart2" ? freqChart_ : mainChart_;
+  view->SetPanel(panel);
+  chartTabs_->setCurrentWidget(view);
+  if (view == mainChart_) clickCounter_ = 0;
+}
+
+// ---------------------------------------------------------------------------------------
+// Timers
+
+void ConsoleWindow::Tick1() {
+  labels_["Label6"]->setText(Q(DateLabelText(std::time(nullptr))));
+  if (++seconds_ == kGreetingSeconds) {
+    greetingPicture_->hide();
+    labels_["Label4"]->show();
+    labels_["Label14"]->show();
+  }
+  const std::string_view greeting = GreetingText(tick1_);
+  if (!greeting.empty()) labels_["Label13"]->setText(Q(greeting));
+  tick1_ = (tick1_ + 1) % kGreetingTicks;
+}
+
+void ConsoleWindow::Tick2() {
+  labels_["Label15"]->setStyleSheet(QString("font-weight: bold; color: %1;").arg(kBlink[BlinkColour(tick2_)]));
+  tick2_ = (tick2_ + 1) % kBlinkTicks;
+}
+
+void ConsoleWindow::ShowWisdom() {
+  const int count = static_cast<int>(WisdomLines().size());
+  labels_["Label4"]->setText(Q(WisdomLine(QRandomGenerator::global()->bounded(count))));
 }
 
 }  // namespace korvan::gui

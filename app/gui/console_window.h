@@ -1,38 +1,139 @@
 #pragma once
-// The console: title, limits, result fields, the frame of main procedures, the further
-// commands and the frame of main figures, all built from the command table.
+// The console: title, limits, data file and result fields, the frame of main procedures, the
+// further commands and the frame of main figures (all from the command table), the chart area
+// with the console's two charts, the labels of a running command with a progress bar, and the
+// timers' labels. Commands run on a worker thread; the window stays responsive and keeps every
+// command closed until the one running has ended.
 #include <QMainWindow>
+#include <QString>
+#include <chrono>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "answered_prompts.h"
 #include "qt_prompts.h"
 #include "store/session_store.h"
 #include "ui/command_table.h"
 
 class QGroupBox;
+class QLabel;
 class QLineEdit;
+class QProgressBar;
 class QPushButton;
-class QStatusBar;
+class QTabWidget;
+class QTimer;
 
 namespace korvan::gui {
 
-class ConsoleWindow : public QMainWindow {
+class ChartView;
+class LargeGraph;
+
+struct ConsoleOptions {
+  std::vector<std::string> answerFiles;  // answer files, read in order
+  std::vector<std::string> answers;      // "KEY=VALUE"
+  bool useDefaults = false;              // an unanswered dialogue takes its default
+  bool askWhenMissing = true;            // else it is shown on the window (or the command stops)
+  RunControl runControl;                 // seed, threads
+};
+
+class ConsoleWindow : public QMainWindow, private ConsoleSink {
+  Q_OBJECT
+
  public:
-  ConsoleWindow();
+  explicit ConsoleWindow(const ConsoleOptions& options = {});
+  ~ConsoleWindow() override;
+
+  // Presses a command as a click does; false when it is refused (the reason in LastMessage).
+  bool Press(const std::string& control);
+  // Runs the commands in order, each once the one before has ended; scriptFinished follows.
+  void RunScript(std::vector<std::string> controls);
+  bool IsRunning() const { return running_; }
+  // The session's store: read it only while no command runs.
+  const SessionStore& Store() const { return *store_; }
+  QString LastMessage() const { return lastMessage_; }
+  ChartView* MainChart() const { return mainChart_; }
+  ChartView* FrequencyChart() const { return freqChart_; }
+  LargeGraph* LargeGraphWindow() const { return largeGraph_; }
+  // Shows a message without waiting for it to be closed.
+  void Note(const QString& text);
+
+ signals:
+  void commandFinished(const QString& control, bool ok);
+  void scriptFinished(bool ok);
+  // The program ends with this exit code: 0 after "Quit", 1 after a fault.
+  void programEnded(int code);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
 
  private:
+  // What a command's run on the worker came to.
+  struct Outcome {
+    enum Kind { Done, Refused, Quit, Fault } kind = Done;
+    std::string title, message;
+  };
+
+  QWidget* BuildResults();
+  QWidget* BuildCharts();
+  QWidget* BuildRunStatus();
+  QWidget* BuildGreeting();
   QGroupBox* CommandFrame(const char* title, CommandGroup group, int columns);
-  void Press(const std::string& control);
-  // Enables the buttons and shows the frames as the session's console state says.
+
+  void StartCommand(const CommandInfo& command);
+  void RunOnWorker(std::string control);
+  void CommandEnded(const std::string& control);
+  void ShowFault(const Outcome& outcome);
+  void NextScriptStep();
+  void ShowGraphCommand(const CommandInfo& command);
+  void OpenLargeGraph();
+  void MainChartClicked();
+  // Enables the buttons and shows the frames as the session's console state says; while a
+  // command runs every command stays closed.
   void Refresh();
-  void ShowStatus(const std::string& label, const std::string& text);
+  void Tick1();
+  void Tick2();
+  void ShowWisdom();
+  void EnableAllForImage();
+
+  // ConsoleSink
+  void ShowStatus(const std::string& label, const std::string& text) override;
+  void ShowProgress(long done, long total) override;
+  void ShowPanel(const ChartPanel& panel) override;
 
   std::unique_ptr<SessionStore> store_;
-  QtPrompts prompts_;
+  QtPrompts qtPrompts_;
+  std::unique_ptr<AnsweredPrompts> answered_;
+  PromptService* prompts_;
+
+  bool running_ = false;
+  bool closeWhenDone_ = false;
+  Outcome outcome_;
+  std::vector<std::string> script_;
+  std::size_t scriptStep_ = 0;
+  bool scriptActive_ = false;
+  QString lastMessage_;
+  int clickCounter_ = 0;
+
   std::map<std::string, QPushButton*> buttons_;
   std::map<std::string, QLineEdit*> fields_;
+  std::map<std::string, QLabel*> labels_;
   std::map<std::string, QGroupBox*> frames_;
+  QTabWidget* chartTabs_ = nullptr;
+  ChartView* mainChart_ = nullptr;
+  ChartView* freqChart_ = nullptr;
+  LargeGraph* largeGraph_ = nullptr;
+  QProgressBar* progress_ = nullptr;
+  QLabel* progressText_ = nullptr;
+  std::chrono::steady_clock::time_point progressStart_{};
+  long lastDone_ = -1, lastTotal_ = -1;
+
+  QTimer* timer1_ = nullptr;
+  QTimer* timer2_ = nullptr;
+  int tick1_ = 0, tick2_ = 0, seconds_ = 0;
+  QWidget* greetingPicture_ = nullptr;
 };
 
 }  // namespace korvan::gui

@@ -2,8 +2,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QThread>
 
 #include "ui/msg_buttons.h"
 
@@ -24,52 +27,161 @@ QMessageBox::StandardButton ButtonFor(int answer) {
   }
 }
 
+// The icon flags added to the buttons value: 16 critical, 32 question, 48 exclamation,
+// 64 information.
+QMessageBox::Icon IconFor(int buttons) {
+  switch (buttons & 0x70) {
+    case 16: return QMessageBox::Critical;
+    case 32: return QMessageBox::Question;
+    case 48: return QMessageBox::Warning;
+    case 64: return QMessageBox::Information;
+    default: return QMessageBox::NoIcon;
+  }
+}
+
+QString Q(const std::string& s) { return QString::fromStdString(s); }
+
 }  // namespace
 
-int QtPrompts::MsgBox(const std::string& text, const std::string& title, int buttons,
-                      int defaultButton) {
+template <class F>
+void QtPrompts::OnWindowThread(F&& f) {
+  if (QThread::currentThread() == parent_->thread()) {
+    f();
+  } else {
+    QMetaObject::invokeMethod(parent_, std::forward<F>(f), Qt::BlockingQueuedConnection);
+  }
+}
+
+int QtPrompts::ShowMsgBox(const std::string& text, const std::string& title, int buttons, int defaultButton) {
+  Flush();
   QMessageBox box(parent_);
-  box.setWindowTitle(QString::fromStdString(title));
-  box.setText(QString::fromStdString(text));
-  for (int answer : ButtonsOf(buttons)) box.addButton(ButtonFor(answer));
+  box.setWindowTitle(Q(title.empty() ? std::string("KORVAN") : title));
+  box.setText(Q(text));
+  box.setIcon(IconFor(buttons));
+  const std::vector<int> offered = ButtonsOf(buttons);
+  for (int answer : offered) box.addButton(ButtonFor(answer));
   box.setDefaultButton(ButtonFor(DefaultAnswer(buttons, defaultButton)));
   box.exec();
   const auto clicked = box.standardButton(box.clickedButton());
-  for (int answer : ButtonsOf(buttons)) {
+  for (int answer : offered) {
     if (ButtonFor(answer) == clicked) return answer;
   }
-  // Closing the box is its Cancel when it has one, else its default.
-  for (int answer : ButtonsOf(buttons)) {
+  // Closed without a button: its Cancel when it has one, else its default.
+  for (int answer : offered) {
     if (answer == kCancel) return kCancel;
   }
   return DefaultAnswer(buttons, defaultButton);
 }
 
-std::string QtPrompts::InputBox(const std::string& text, const std::string& title,
-                                const std::string& defaultText) {
-  bool ok = false;
-  const QString entered =
-      QInputDialog::getText(parent_, QString::fromStdString(title), QString::fromStdString(text),
-                            QLineEdit::Normal, QString::fromStdString(defaultText), &ok);
-  return ok ? entered.toStdString() : std::string();
+int QtPrompts::MsgBox(const std::string& text, const std::string& title, int buttons, int defaultButton) {
+  int answer = kCancel;
+  OnWindowThread([&] { answer = ShowMsgBox(text, title, buttons, defaultButton); });
+  return answer;
+}
+
+std::string QtPrompts::InputBox(const std::string& text, const std::string& title, const std::string& defaultText) {
+  std::string result;
+  OnWindowThread([&] {
+    Flush();
+    QInputDialog dialog(parent_);
+    dialog.setWindowTitle(Q(title.empty() ? std::string("KORVAN") : title));
+    dialog.setLabelText(Q(text));
+    dialog.setTextValue(Q(defaultText));
+    dialog.setInputMode(QInputDialog::TextInput);
+    // Cancel gives an empty text, as an input box does.
+    if (dialog.exec() == QDialog::Accepted) result = dialog.textValue().toStdString();
+  });
+  return result;
 }
 
 std::string QtPrompts::ChooseFile(const std::string& title) {
-  return QFileDialog::getOpenFileName(parent_, QString::fromStdString(title)).toStdString();
+  std::string result;
+  OnWindowThread([&] {
+    Flush();
+    const QString path = QFileDialog::getOpenFileName(parent_, Q(title), Q(lastFolder_),
+                                                      "Text files (*.txt);;All files (*)");
+    if (!path.isEmpty()) {
+      lastFolder_ = QFileInfo(path).absolutePath().toStdString();
+      result = path.toStdString();
+    }
+  });
+  return result;
 }
 
 void QtPrompts::Status(const std::string& label, const std::string& text) {
-  if (status_) status_(label, text);
-  QApplication::processEvents();
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    bool found = false;
+    for (auto& s : statuses_) {
+      if (s.first == label) {
+        s.second = text;
+        found = true;
+        break;
+      }
+    }
+    if (!found) statuses_.emplace_back(label, text);
+  }
+  PostFlush();
 }
 
 void QtPrompts::Progress(long done, long total) {
-  if (status_ && total > 0) {
-    status_("Progress", std::to_string(done) + " / " + std::to_string(total));
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    progress_ = {done, total};
   }
-  QApplication::processEvents();
+  PostFlush();
 }
 
-void QtPrompts::Beep() { QApplication::beep(); }
+void QtPrompts::Beep() {
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    ++beeps_;
+  }
+  PostFlush();
+}
+
+void QtPrompts::ShowChart(const ChartPanel& panel) {
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    for (auto& p : panels_) {
+      if (p.chart == panel.chart) {
+        p = panel;
+        PostFlush();
+        return;
+      }
+    }
+    panels_.push_back(panel);
+  }
+  PostFlush();
+}
+
+void QtPrompts::PostFlush() {
+  bool expected = false;
+  if (flushPosted_.compare_exchange_strong(expected, true)) {
+    QMetaObject::invokeMethod(parent_, [this] { Flush(); }, Qt::QueuedConnection);
+  }
+}
+
+void QtPrompts::Flush() {
+  flushPosted_ = false;
+  std::vector<std::pair<std::string, std::string>> statuses;
+  std::vector<ChartPanel> panels;
+  std::pair<long, long> progress;
+  int beeps = 0;
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    statuses.swap(statuses_);
+    panels.swap(panels_);
+    progress = progress_;
+    progress_ = {-1, -1};
+    beeps = beeps_;
+    beeps_ = 0;
+  }
+  if (!sink_) return;
+  for (const auto& [label, text] : statuses) sink_->ShowStatus(label, text);
+  if (progress.second >= 0) sink_->ShowProgress(progress.first, progress.second);
+  for (const auto& panel : panels) sink_->ShowPanel(panel);
+  if (beeps > 0) QApplication::beep();
+}
 
 }  // namespace korvan::gui

@@ -23,6 +23,7 @@
 #include "input/data_file_reader.h"
 #include "store/faults.h"
 #include "text/numbers.h"
+#include "ui/chart_figures.h"
 
 namespace korvan {
 namespace {
@@ -327,7 +328,10 @@ void BootstrapDriver::cmdBootstrap_Click() {
   R.BootSessionFlag = "Yes";
   cmdBootstrap01();
   if (R.BootFastRun != "Yes") {
-    if (R.BootstrapCompleted == "yes") return;  // a second press only shows the chart again
+    if (R.BootstrapCompleted == "yes") {  // a second press only shows the chart again
+      P.ShowChart(ShowFreqR0(S));
+      return;
+    }
     cmdBootstrap02();
   }
   if (R.BootFastRest != "Yes") AskHistogramAndNormalCurves();
@@ -378,6 +382,7 @@ void BootstrapDriver::cmdBootstrap_Click() {
   LxMxConfidenceLimits();
   stats.Boot01();
   WriteColumnFiles();
+  P.ShowChart(ShowFreqR0(S));
   S.console.Disable("Command27");
   S.console.Disable("Command28");
 

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "store/procedures.h"
+#include "ui/chart_figures.h"
 
 namespace korvan {
 
@@ -45,7 +46,7 @@ class BasicRunDriver : public Procedures {
   void StepWriteGraphDataCumuR0andR();
 
   // The chart of s(x,j) on the console.
-  void StepShowSxj() {}
+  void StepShowSxj() { P.ShowChart(ShowSxj(S)); }
 
   // Side analyses and exchange files.
   void StepWriteDataFileFor3Dmatrices() {}

@@ -120,6 +120,11 @@ void SetStartUpConsole(ConsoleState& console) {
   console.Show("Frame1", false);
 }
 
+void EnableAllButtonsForImage(ConsoleState& console) {
+  for (const auto& command : kCommands) console.Enable(std::string(command.control));
+  for (const char* frame : {"Frame1", "Frame4", "Frame5"}) console.Show(frame);
+}
+
 bool IsCommandOpen(const ConsoleState& console, const CommandInfo& command) {
   if (!console.IsEnabled(std::string(command.control))) return false;
   return command.frame.empty() || console.IsVisible(std::string(command.frame));

@@ -39,6 +39,10 @@ std::span<const ResultField> ResultFields();
 // Opens and closes the commands and frames as at the start of the program.
 void SetStartUpConsole(ConsoleState& console);
 
+// Enables every command and shows the frames of commands and figures: the teacher's way back
+// to a console that a run has closed (two clicks on the date label).
+void EnableAllButtonsForImage(ConsoleState& console);
+
 // Whether a command can be pressed now: enabled, and its frame shown.
 bool IsCommandOpen(const ConsoleState& console, const CommandInfo& command);
 

@@ -3,6 +3,8 @@
 // the file chooser, the console's status labels and progress.
 #include <string>
 
+#include "ui/chart_panel.h"
+
 namespace korvan {
 
 // Buttons of a message box (the platform's values).
@@ -26,6 +28,8 @@ class PromptService {
   virtual void Status(const std::string& label, const std::string& text) { (void)label, (void)text; }
   virtual void Progress(long done, long total) { (void)done, (void)total; }
   virtual void Beep() {}
+  // Shows a figure in the chart the panel names (the console's chart unless it says another).
+  virtual void ShowChart(const ChartPanel& panel) { (void)panel; }
 };
 
 }  // namespace korvan

@@ -20,6 +20,7 @@ class TranscriptPrompts : public PromptService {
   void Status(const std::string& label, const std::string& text) override { inner_.Status(label, text); }
   void Progress(long done, long total) override { inner_.Progress(done, total); }
   void Beep() override { inner_.Beep(); }
+  void ShowChart(const ChartPanel& panel) override { inner_.ShowChart(panel); }
 
  private:
   void Record(const std::string& key, const std::string& answer);

@@ -1,0 +1,100 @@
+// Figures of a bootstrap: the bands of l(x) and m(x) and the frequencies of R0 and r.
+#include <algorithm>
+#include <cmath>
+
+#include "bootstrap/cohort_values.h"
+#include "text/numbers.h"
+#include "ui/chart_figures.h"
+
+namespace korvan {
+
+namespace {
+
+using AgeList = Vec<double, 0, kMaxAge>;
+
+ChartPanel Band(const SessionStore& S, const char* figure, const char* title, const char* yTitle,
+                const char* upperName, const AgeList& upper, const AgeList& mean, const char* lowerName,
+                const AgeList& lower) {
+  const int last = std::clamp(S.ws.tables.LastAge + 1, 0, static_cast<int>(kMaxAge));
+  ChartPanel c = AgeFigure(S, figure, {title}, yTitle, "Age", last);
+  ChartSeries u{upperName, 2, {}}, m{"Mean", 2, {}}, l{lowerName, 2, {}};
+  for (int a = 0; a <= last; ++a) {
+    u.values.push_back(upper(a));
+    m.values.push_back(mean(a));
+    l.values.push_back(lower(a));
+  }
+  c.series = {std::move(u), std::move(m), std::move(l)};
+  return c;
+}
+
+// A class limit as the chart labels it: rounded to 4 decimals.
+std::string ClassLabel(double edge) {
+  if (!std::isfinite(edge)) return FullPrecision(edge);
+  return FullPrecision(std::fabs(edge) < 2e5 ? RoundDisplay(edge, 4) : std::round(edge));
+}
+
+ChartPanel Frequency(const SessionStore& S, bool isR) {
+  const BootstrapRecord& R = S.boot;
+  ChartPanel c;
+  c.figure = isR ? "ShowFreqr" : "ShowFreqR0";
+  c.chart = "MSChart2";
+  c.kind = ChartKind::Bar;
+  c.legend = false;
+  c.x.title = isR ? "r" : "R0";
+  c.x.font = {"Times New Roman", 12, true};
+  c.y.title = "Frequency";
+  c.y.font = c.x.font;
+  const double width = isR ? R.RClassWidth : R.R0ClassWidth;
+  if (R.ResampleKind == "j") {
+    c.title = {std::string("Frequency of pseudo-") + (isR ? "r" : "R0") + " (interval =" + FullPrecision(width) + ")."};
+  } else if (isR) {
+    c.title = {"Frequency of r (interval =" + FullPrecision(width) + ").  Bootstrap number = " +
+               FullPrecision(R.BootB)};
+  } else {
+    const BootSummary& s = R.R0;
+    std::string head;
+    const int cohort = S.header.CohortSizeRead > 0 ? S.header.CohortSizeRead : S.pool.OriginalCohortSize;
+    if (R.BootSampleSize != cohort) head = "B = " + FullPrecision(R.BootB) + ". n =";
+    else head = "n =";
+    c.title = {head + FullPrecision(R.BootSampleSize) + ". Mortality =" +
+               FullPrecision(CohortPreadultMortality(S)) + ".  Min =" + FullPrecision(s.min) +
+               ". Mean=" + FullPrecision(s.mean) + ". Max =" + FullPrecision(s.max) +
+               ". Variance =" + FullPrecision(s.variance) + ". SE =" + FullPrecision(s.se)};
+  }
+  const int last = std::clamp(isR ? R.HistogramBarsPlus1 : R.HistogramBarsPlus1 + 1, 0, 60);
+  ChartSeries counts{"Frequency", 1, {}};
+  for (int i = 0; i <= last; ++i) {
+    c.rowLabels.push_back(ClassLabel(isR ? R.RClassEdge(i) : R.R0ClassEdge(i)));
+    counts.values.push_back(isR ? R.RClassCount(i) : R.R0ClassCount(i));
+  }
+  c.series.push_back(std::move(counts));
+  return c;
+}
+
+}  // namespace
+
+ChartPanel ShowBootLx(const SessionStore& S) {
+  const BootstrapRecord& R = S.boot;
+  return Band(S, "ShowBootLx", "Age-specific survival rate (Bootstrap)", "l(x) (Bootstrap)", "Max", R.LxMax,
+              R.LxMean, "Min", R.LxMin);
+}
+ChartPanel ShowBootLxCI(const SessionStore& S) {
+  const BootstrapRecord& R = S.boot;
+  return Band(S, "ShowBootLxCI", "Age-specific survival rate with bootstrap confidence interval", "l(x) (Bootstrap)",
+              "Upper", R.LxUpper, R.LxMean, "Lower", R.LxLower);
+}
+ChartPanel ShowBootMx(const SessionStore& S) {
+  const BootstrapRecord& R = S.boot;
+  return Band(S, "ShowBootMx", "Age-specific fecundity (Bootstrap result)", "m(x) (bootstrap)", "Max", R.MxMax,
+              R.MxMean, "Min", R.MxMin);
+}
+ChartPanel ShowBootMxCI(const SessionStore& S) {
+  const BootstrapRecord& R = S.boot;
+  return Band(S, "ShowBootMxCI", "Age-specific fecundity with bootstrap confidence interval", "m(x) (bootstrap)",
+              "Upper", R.MxUpper, R.MxMean, "Lower", R.MxLower);
+}
+
+ChartPanel ShowFreqR0(const SessionStore& S) { return Frequency(S, false); }
+ChartPanel ShowFreqr(const SessionStore& S) { return Frequency(S, true); }
+
+}  // namespace korvan
