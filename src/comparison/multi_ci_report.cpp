@@ -64,7 +64,8 @@ void PairedBootTest::PrintMultiCIofDifference() {
   report_.Print("     Bull. Inst. Zool., Academia Sinica 24: 225-240.");
   report_.Print(" Efron, B. and R. J. Tibshirani. 1993. An introduction to the bootstrap.");
   report_.Print("     Chapman & Hall, New York.");
-  report_.Print(" Wei, M., H. Chi, et al. 2020. Paired bootstrap test for the comparison of treatments.");
+  report_.Print(" Chi, H. 1988. Life-table analysis incorporating both sexes and variable development rates");
+  report_.Print("     among individuals. Environ. Entomol. 17: 26-34.");
   report_.Print(" Sidak, Z. 1967. Rectangular confidence regions for the means of multivariate normal");
   report_.Print("     distributions. J. Am. Stat. Assoc. 62: 626-633.");
   report_.Print("");
