@@ -8,56 +8,60 @@
 
 namespace korvan {
 
-namespace {
-enum Matrix { kG, kD, kF, kS, kRC, kN, kU, kQ, kP };
-}
-
-void LifeTableEngine::WriteStageFigure(const std::string& suffix, const std::string& title,
-                                       int matrix, bool developmentHead) {
+double LifeTableEngine::FigureValue(Figure matrix, int x, int j) const {
   const auto& T = W.tables;
   const int m = S.header.StageCount;
-  const int last = T.LastAge;
-  const auto& names = S.header.StageName;
-  auto value = [&](int x, int j) -> double {
-    switch (matrix) {
-      case kG: return T.Gxj(x, j);
-      case kD: return T.Dxj(x, j);
-      case kF: return T.Fxj(x, j);
-      case kS: return T.Sxj(x, j);
-      case kRC: {
-        const double c = j < m + 1 ? S.header.StageRearingCost(1, j) : S.header.StageRearingCost(2, m);
-        return T.Sxj(x, j) * c;
-      }
-      case kN: return T.Nxj(x, j);
-      case kU: return T.Pxj(x, j);
-      case kQ: return T.Qxj(x, j);
-      default: return T.Mxj(x, j);
+  switch (matrix) {
+    case Figure::G: return T.Gxj(x, j);
+    case Figure::D: return T.Dxj(x, j);
+    case Figure::F: return T.Fxj(x, j);
+    case Figure::S: return T.Sxj(x, j);
+    case Figure::RC: {
+      const double c = j < m + 1 ? S.header.StageRearingCost(1, j) : S.header.StageRearingCost(2, m);
+      return T.Sxj(x, j) * c;
     }
-  };
+    case Figure::N: return T.Nxj(x, j);
+    case Figure::U: return T.Pxj(x, j);
+    case Figure::Q: return T.Qxj(x, j);
+    case Figure::P: return T.Mxj(x, j);
+    case Figure::E: return W.lifeTable.Exj(x, j);
+    case Figure::Survivors: return W.lifeTable.Survivors(x, j);
+  }
+  return 0;
+}
+
+void LifeTableEngine::WriteStageFigure(const std::string& suffix, const std::string& title, Figure matrix,
+                                       FigureForm form) {
+  const int m = S.header.StageCount;
+  const int last = W.tables.LastAge;
+  const auto& names = S.header.StageName;
   S.identity.OutputFileName = OutputName(S, suffix);
   TextFile f(S.identity.OutputFileName);
   f.Write(title);
-  f.RawText("Age,");
-  for (int j = 1; j <= m + 1; ++j) {
-    if (!developmentHead || j == m + 1)
-      f.RawText(names(1, j));
-    else if (j == m)
-      f.RawText(names(1, m - 1) + " to " + names(1, m + 1));
-    else
-      f.RawText(names(1, j) + " to " + names(1, j + 1));
-    if (j <= m) f.RawText(",");
+  if (form != FigureForm::Bare) {
+    f.RawText("Age,");
+    for (int j = 1; j <= m + 1; ++j) {
+      if (form != FigureForm::Development || j == m + 1)
+        f.RawText(names(1, j));
+      else if (j == m)
+        f.RawText(names(1, m - 1) + " to " + names(1, m + 1));
+      else
+        f.RawText(names(1, j) + " to " + names(1, j + 1));
+      if (j <= m) f.RawText(",");
+    }
+    f.NewLine();
   }
-  f.NewLine();
   for (int x = 0; x <= last; ++x) {
     f.RawText(NumberText(AgeInDays(x)));
     for (int j = 1; j <= m + 1; ++j) {
       f.RawText(",");
-      f.RawText(FullPrecision(value(x, j)));
+      f.RawText(FullPrecision(FigureValue(matrix, x, j)));
     }
     f.NewLine();
   }
+  if (form == FigureForm::Bare) return;
   f.RawText(NumberText(AgeInDays(last + 1)));
-  for (int j = 1; j <= m + 1; ++j) f.RawText(",0");
+  for (int j = 1; j <= m + 1; ++j) f.RawText(form == FigureForm::SpacedZeros ? ", 0" : ",0");
   f.NewLine();
 }
 
@@ -93,14 +97,14 @@ void LifeTableEngine::Life04Gosub2400() {
   const int m = S.header.StageCount;
   const bool costs = S.header.RegularLifeTable == "No";
   if (level != "No") {
-    WriteStageFigure("_Fig_Gxj.txt", "Growth transition probability (matrix G)", kG, false);
-    WriteStageFigure("_Fig_Dxj.txt", "Development transition probability (matrix D)", kD, true);
-    WriteStageFigure("_2b_Fig_Fxj.txt", "Fecundity matrix (F)", kF, false);
+    WriteStageFigure("_Fig_Gxj.txt", "Growth transition probability (matrix G)", Figure::G);
+    WriteStageFigure("_Fig_Dxj.txt", "Development transition probability (matrix D)", Figure::D, FigureForm::Development);
+    WriteStageFigure("_2b_Fig_Fxj.txt", "Fecundity matrix (F)", Figure::F);
     WriteLxKeyFactors();
   }
-  WriteStageFigure("_1_Fig_Sxj.txt", "Age-stage survival rate", kS, false);
-  if (costs) WriteStageFigure("_1a_Fig_RCxj.txt", "Age-stage rearing cost (RCxj)", kRC, false);
-  WriteStageFigure("_1a_Fig_Nxj.txt", "Age-stage survival number", kN, false);
+  WriteStageFigure("_1_Fig_Sxj.txt", "Age-stage survival rate", Figure::S);
+  if (costs) WriteStageFigure("_1a_Fig_RCxj.txt", "Age-stage rearing cost (RCxj)", Figure::RC);
+  WriteStageFigure("_1a_Fig_Nxj.txt", "Age-stage survival number", Figure::N);
 
   // The cohort in the group-reared form: counts by stage and age, and the female eggs.
   if (S.options.GroupRearedFlag != "Yes") {
@@ -147,38 +151,15 @@ void LifeTableEngine::Life04Gosub2400() {
     }
   }
 
-  WriteStageFigure("_6b_Fig_Uxj.txt", "Age-stage specific survival rate (matrix U)", kU, false);
-  WriteStageFigure("_6a_Fig_Qxj.txt", "Age-stage specific mortality (matrix Q)", kQ, false);
-  WriteStageFigure("_6_Fig_Pxj.txt", "Age-stage distribution of mortality (matrix P)", kP, false);
+  WriteStageFigure("_6b_Fig_Uxj.txt", "Age-stage specific survival rate (matrix U)", Figure::U);
+  WriteStageFigure("_6a_Fig_Qxj.txt", "Age-stage specific mortality (matrix Q)", Figure::Q);
+  WriteStageFigure("_6_Fig_Pxj.txt", "Age-stage distribution of mortality (matrix P)", Figure::P);
 }
 
 void LifeTableEngine::WriteSxFig() {
   Flow("WriteSxFig");
   if (S.options.OutputLevel == "Nooutput") return;
-  const auto& T = W.tables;
-  const int m = S.header.StageCount;
-  const int last = T.LastAge;
-  S.identity.OutputFileName = OutputName(S, "_1_Fig_Sx.txt");
-  TextFile f(S.identity.OutputFileName);
-  f.Write("Age-stage survival rate");
-  f.RawText("Age,");
-  for (int j = 1; j <= m + 1; ++j) {
-    f.RawText(S.header.StageName(1, j));
-    if (j <= m) f.RawText(",");
-  }
-  f.NewLine();
-  for (int x = 0; x <= last; ++x) {
-    f.RawText(NumberText(AgeInDays(x)));
-    for (int j = 1; j <= m + 1; ++j) {
-      f.RawText(",");
-      f.RawText(FullPrecision(T.Sxj(x, j)));
-    }
-    f.NewLine();
-  }
-  f.RawText(NumberText(AgeInDays(last + 1)) + ",");
-  for (int j = 1; j <= m; ++j) f.RawText(" 0,");
-  f.RawText(" 0");
-  f.NewLine();
+  WriteStageFigure("_1_Fig_Sx.txt", "Age-stage survival rate", Figure::S, FigureForm::SpacedZeros);
 }
 
 }  // namespace korvan

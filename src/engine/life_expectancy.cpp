@@ -66,31 +66,7 @@ void LifeTableEngine::AgeStageLifeExpectancy() {
 void LifeTableEngine::PrintLifeExpectancy() {
   Flow("PrintLifeExpectancy");
   if (S.options.OutputLevel == "Nooutput") return;
-  const auto& L = W.lifeTable;
-  const int m = S.header.StageCount;
-  const int last = W.tables.LastAge;
-  S.identity.OutputFileName = OutputName(S, "_3_Fig_Exj.txt");
-  TextFile f(S.identity.OutputFileName);
-  f.Write("Age-stage life expectancy");
-  f.RawText("Age,");
-  for (int j = 1; j <= m + 1; ++j) {
-    f.RawText(S.header.StageName(1, j));
-    if (j <= m) f.RawText(",");
-  }
-  f.NewLine();
-  for (int x = 0; x <= last; ++x) {
-    f.RawText(NumberText(AgeInDays(x)));
-    for (int j = 1; j <= m + 1; ++j) {
-      f.RawText(",");
-      f.RawText(FullPrecision(L.Exj(x, j)));
-    }
-    f.NewLine();
-  }
-  f.RawText(NumberText(AgeInDays(last + 1)));
-  f.RawText(",");
-  for (int j = 1; j <= m; ++j) f.RawText("0,");
-  f.RawText("0");
-  f.NewLine();
+  WriteStageFigure("_3_Fig_Exj.txt", "Age-stage life expectancy", Figure::E);
 }
 
 void LifeTableEngine::PrintMatrixExj() {
@@ -158,28 +134,14 @@ void LifeTableEngine::PrintMatrixExj() {
 void LifeTableEngine::PrintSubSMatrix() {
   Flow("PrintSubSMatrix");
   if (S.options.WriteSubMatrix == "No" || W.run.IsResamplingFlag == "y") return;
-  const auto& T = W.tables;
-  const auto& L = W.lifeTable;
-  const int m = S.header.StageCount;
-  const int last = T.LastAge;
   const std::string cell = FullPrecision(S.options.SubMatrixAge) + " and stage" +
                            std::to_string(S.options.SubMatrixStage) + ".txt";
-  auto write = [&](const std::string& stem, const std::string& title, const auto& matrix) {
-    S.identity.OutputFileName = OutputName(S, stem + cell);
-    TextFile f(S.identity.OutputFileName);
-    f.Write(title);
-    for (int x = 0; x <= last; ++x) {
-      f.RawText(NumberText(AgeInDays(x)));
-      for (int j = 1; j <= m + 1; ++j) {
-        f.RawText(",");
-        f.RawText(FullPrecision(matrix(x, j)));
-      }
-      f.NewLine();
-    }
-  };
-  write("_Sub_Gxj_age", "Sub Age-stage growth rate for life expectancy", T.Gxj);
-  write("_Sub_Dxj_age", "Sub Age-stage developmental rate for life expectancy", T.Dxj);
-  write("_Sub_Sxj_age", "Sub Age-stage survival rate for life expectancy", L.Survivors);
+  WriteStageFigure("_Sub_Gxj_age" + cell, "Sub Age-stage growth rate for life expectancy", Figure::G,
+                   FigureForm::Bare);
+  WriteStageFigure("_Sub_Dxj_age" + cell, "Sub Age-stage developmental rate for life expectancy", Figure::D,
+                   FigureForm::Bare);
+  WriteStageFigure("_Sub_Sxj_age" + cell, "Sub Age-stage survival rate for life expectancy", Figure::Survivors,
+                   FigureForm::Bare);
 }
 
 }  // namespace korvan

@@ -63,9 +63,14 @@ class LifeTableEngine : public Procedures {
   void PrintTableHead(const std::string& title, bool developmentHead);
   void PrintMatrixTable(const std::string& title, int decimals, bool withSum, bool developmentHead);
   void PrintAgeTables();
-  // Figure files.
-  void WriteStageFigure(const std::string& suffix, const std::string& title, int matrix,
-                        bool developmentHead);
+  // Figure files of the age-stage matrices: a quoted title, "Age," and the stage names (moves
+  // of the D matrix), a row per age in rate units and a closing row of zeros at LastAge + 1.
+  // The file of s(x) spaces its zeros; the sub-matrices have neither head nor closing row.
+  enum class Figure { G, D, F, S, RC, N, U, Q, P, E, Survivors };
+  enum class FigureForm { Plain, Development, SpacedZeros, Bare };
+  void WriteStageFigure(const std::string& suffix, const std::string& title, Figure matrix,
+                        FigureForm form = FigureForm::Plain);
+  double FigureValue(Figure matrix, int x, int j) const;
   void WriteLxKeyFactors();
   // An age index in rate units (the time-unit rule).
   double AgeInDays(double x) const;

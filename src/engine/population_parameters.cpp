@@ -322,14 +322,7 @@ void ParameterEngine::CalculusParameters(Twin twin) {
 
   // The value found, filed by the kind of pass.
   if (W.params.JackNo > 0 || W.run.Boot > 0) {
-    if (ResampleKind() == "j") {
-      const double n = W.cohort.CohortSize;
-      S.params.JackR(W.params.JackNo) = p.r;
-      S.params.JackPseudoR(W.params.JackNo) = (n + 1) * S.params.R_Basic - n * p.r;
-    } else if (ResampleKind() == "b") {
-      S.boot.BootR(BootIndex()) = p.r;
-      if (p.r < 0 && twin != Twin::NandF) ++W.boot.BootNegRCount;
-    }
+    FileResampledR(twin != Twin::NandF);
   } else {
     S.params.R_Basic = mid;
     if (twin != Twin::Boot) ShowBox("txtIntrinsicrate", p.r, 8);
@@ -365,35 +358,11 @@ void ParameterEngine::CalculusParameters(Twin twin) {
 
   // The rest of the parameters, filed by the kind of pass.
   if (W.params.JackNo > 0 || W.run.Boot > 0) {
-    if (ResampleKind() == "j") {
-      S.params.JackR0(W.params.JackNo) = p.R0;
-      S.params.JackT(W.params.JackNo) = p.T;
-      S.params.JackLambda(W.params.JackNo) = p.lambda;
-      S.params.JackGRR(W.params.JackNo) = p.GRR;
-    } else if (ResampleKind() == "b") {
-      const long b = BootIndex();
-      S.boot.BootR0(b) = p.R0;
-      S.boot.BootT(b) = p.T;
-      S.boot.BootLambda(b) = p.lambda;
-      S.boot.BootGRR(b) = p.GRR;
-      if (twin != Twin::NandF) {
-        if (p.R0 > 0 && p.R0 < 1) ++W.boot.BootR0Below1Count;
-        if (p.lambda < 1) ++W.boot.BootLambdaBelow1Count;
-      }
-      if (twin == Twin::Boot && S.boot.BootLambda(b) != std::exp(p.r)) throw ProgramEnd{"", ""};
-    }
+    FileResampledParameters(twin != Twin::NandF);
+    if (twin == Twin::Boot && ResampleKind() == "b" && S.boot.BootLambda(BootIndex()) != std::exp(p.r))
+      throw ProgramEnd{"", ""};
   } else {
-    S.params.T_Basic = p.T;
-    S.params.Lambda_Basic = p.lambda;
-    S.params.R0_Basic = p.R0;
-    S.params.GRR_Basic = p.GRR;
-    S.params.DoublingTime = p.DoublingTime;
-    S.params.StepFiniteRate = p.StepFiniteRate;
-    S.params.StepIntrinsicRate = p.StepIntrinsicRate;
-    if (S.identity.UserName == "daughter") {
-      S.params.FemaleFiniteRate = p.lambda;
-      S.params.FemaleIntrinsicRate = p.r;
-    }
+    KeepBasicParameters();
   }
 
   // Stable age distribution and age-specific reproductive value.
@@ -519,6 +488,58 @@ void ParameterEngine::PrintTotalPopulationParameters() {
   f.Write("Finite rate", S.params.Lambda_Basic);
   f.Write("Net reproductive rate", W.params.R0);
   f.Write("Mean generation time", S.params.T_Basic);
+}
+
+// r of a resampling pass under its number: a jackknife pass also gives its pseudo-value, a
+// bootstrap replicate counts a negative r where the twin asks for it.
+void ParameterEngine::FileResampledR(bool countNegative) {
+  auto& p = W.params;
+  if (ResampleKind() == "j") {
+    const double n = W.cohort.CohortSize;
+    S.params.JackR(p.JackNo) = p.r;
+    S.params.JackPseudoR(p.JackNo) = (n + 1) * S.params.R_Basic - n * p.r;
+  } else if (ResampleKind() == "b") {
+    S.boot.BootR(BootIndex()) = p.r;
+    if (countNegative && p.r < 0) ++W.boot.BootNegRCount;
+  }
+}
+
+// R0, T, lambda and GRR of a resampling pass under its number, with the counts of replicates
+// whose R0 lies between 0 and 1 and whose lambda is below 1.
+void ParameterEngine::FileResampledParameters(bool countLowRates) {
+  const auto& p = W.params;
+  if (ResampleKind() == "j") {
+    S.params.JackR0(p.JackNo) = p.R0;
+    S.params.JackT(p.JackNo) = p.T;
+    S.params.JackLambda(p.JackNo) = p.lambda;
+    S.params.JackGRR(p.JackNo) = p.GRR;
+  } else if (ResampleKind() == "b") {
+    const long b = BootIndex();
+    S.boot.BootR0(b) = p.R0;
+    S.boot.BootT(b) = p.T;
+    S.boot.BootLambda(b) = p.lambda;
+    S.boot.BootGRR(b) = p.GRR;
+    if (countLowRates) {
+      if (p.R0 > 0 && p.R0 < 1) ++W.boot.BootR0Below1Count;
+      if (p.lambda < 1) ++W.boot.BootLambdaBelow1Count;
+    }
+  }
+}
+
+// The parameters of the Basic Run, kept for the session.
+void ParameterEngine::KeepBasicParameters() {
+  const auto& p = W.params;
+  S.params.T_Basic = p.T;
+  S.params.Lambda_Basic = p.lambda;
+  S.params.R0_Basic = p.R0;
+  S.params.GRR_Basic = p.GRR;
+  S.params.DoublingTime = p.DoublingTime;
+  S.params.StepFiniteRate = p.StepFiniteRate;
+  S.params.StepIntrinsicRate = p.StepIntrinsicRate;
+  if (S.identity.UserName == "daughter") {
+    S.params.FemaleFiniteRate = p.lambda;
+    S.params.FemaleIntrinsicRate = p.r;
+  }
 }
 
 }  // namespace korvan

@@ -73,6 +73,11 @@ class ParameterEngine : public Procedures {
   enum class Twin { Basic, Boot, NandF };
   // The common body of the Calculus twins.
   void CalculusParameters(Twin twin);
+  // Filing of the results of a pass: under the number of a resampling pass, or as the Basic
+  // Run's.
+  void FileResampledR(bool countNegative);
+  void FileResampledParameters(bool countLowRates);
+  void KeepBasicParameters();
   // Exits of a net reproductive rate of 0 or exactly 1.
   void NetReproductiveRateZero();
   void NetReproductiveRateOne();

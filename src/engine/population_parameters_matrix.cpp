@@ -84,14 +84,7 @@ void ParameterEngine::Life05Gosub90ForMatrix() {
   p.lambda = found;
   p.r = std::log(found);
   if (p.JackNo > 0 || W.run.Boot > 0) {
-    if (ResampleKind() == "j") {
-      const double n = W.cohort.CohortSize;
-      S.params.JackR(p.JackNo) = p.r;
-      S.params.JackPseudoR(p.JackNo) = (n + 1) * S.params.R_Basic - n * p.r;
-    } else if (ResampleKind() == "b") {
-      S.boot.BootR(BootIndex()) = p.r;
-      if (p.r < 0) ++W.boot.BootNegRCount;
-    }
+    FileResampledR(true);
     // The rates on the other time scale stay those of the Basic Run in a resampling pass.
     p.StepFiniteRate = S.params.StepFiniteRate;
     p.StepIntrinsicRate = S.params.StepIntrinsicRate;
@@ -136,36 +129,11 @@ void ParameterEngine::Life05Gosub90ForMatrix() {
   ShowBox("txtMeangenerationtime", p.T, 2);
 
   // Filed by the kind of resampling alone.
-  if (ResampleKind() == "j") {
-    S.params.JackR0(p.JackNo) = p.R0;
-    S.params.JackT(p.JackNo) = p.T;
-    S.params.JackLambda(p.JackNo) = p.lambda;
-    S.params.JackGRR(p.JackNo) = p.GRR;
-  } else if (ResampleKind() == "b") {
-    const long b = BootIndex();
-    S.boot.BootR0(b) = p.R0;
-    S.boot.BootT(b) = p.T;
-    S.boot.BootLambda(b) = p.lambda;
-    S.boot.BootGRR(b) = p.GRR;
-    if (p.R0 > 0 && p.R0 < 1) ++W.boot.BootR0Below1Count;
-    if (p.lambda < 1) ++W.boot.BootLambdaBelow1Count;
-  }
+  FileResampledParameters(true);
   if (W.run.Boot > 0 && S.channels.Flow.IsOpen())
     S.channels.Flow.Print("For lambda subroutine: Boot=", W.run.Boot, "finite rate=", p.lambda,
                           "intrinsic rate=", p.r);
-  if (basicPass) {
-    S.params.T_Basic = p.T;
-    S.params.Lambda_Basic = p.lambda;
-    S.params.R0_Basic = p.R0;
-    S.params.GRR_Basic = p.GRR;
-    S.params.DoublingTime = p.DoublingTime;
-    S.params.StepFiniteRate = p.StepFiniteRate;
-    S.params.StepIntrinsicRate = p.StepIntrinsicRate;
-    if (S.identity.UserName == "daughter") {
-      S.params.FemaleFiniteRate = p.lambda;
-      S.params.FemaleIntrinsicRate = p.r;
-    }
-  }
+  if (basicPass) KeepBasicParameters();
 
   // Stable age distribution per time unit, divided by the rate in hand (in the rate unit when
   // the time unit isn't 1).
