@@ -133,10 +133,7 @@ void CurtailedTailedRates::PrintCumuR0andIntrinR() {
   const double tu = S.settings.TimeUnit;
   const bool fast = S.options.FastRun == "Yes";
   const bool curtailed = S.params.CurtailedDone == "Yes";
-  ++S.channels.MainPageNumber;
-  ++S.channels.MainTableNumber;
-  out.RawText("\f");
-  out.Print(Tab{70}, "Page", S.channels.MainPageNumber);
+  NewMainTablePage(S);
   out.Print("Table", S.channels.MainTableNumber,
             ". Cumulative reproductive rate, cumulative contribution to r, and curtailed r");
   if (fast)
@@ -148,13 +145,13 @@ void CurtailedTailedRates::PrintCumuR0andIntrinR() {
   double c = 0;
   for (int x = 0; x <= t.LastAge; ++x) {
     c += p.EulerTerm(x);
-    out.PrintPart(Tab{1}, AgeInTable(x, tu), Tab{7}, ReportNumber(t.Lx(x), 2), Tab{14}, ReportNumber(p.Mx(x), 2), Tab{24},
-                  ReportNumber(p.CumLxMx(x), 2), Tab{34}, ReportNumber(p.CumLxMx(x) / p.R0 * 100, 4), Tab{45},
-                  ReportNumber(c, 4), Tab{59}, ReportNumber(p.r * c, 4));
+    out.PrintPart(Tab{1}, AgeInTable(x, tu), Tab{7}, FixedText(t.Lx(x), 2), Tab{14}, FixedText(p.Mx(x), 2), Tab{24},
+                  FixedText(p.CumLxMx(x), 2), Tab{34}, FixedText(p.CumLxMx(x) / p.R0 * 100, 4), Tab{45},
+                  FixedText(c, 4), Tab{59}, FixedText(p.r * c, 4));
     if (!fast) {
       if (curtailed)
-        out.PrintPart(Tab{75}, ReportNumber(S.params.CurtailedRate(x), 4), Tab{85},
-                      ReportNumber(S.params.CurtailedRate(x) / p.r * 100, 4));
+        out.PrintPart(Tab{75}, FixedText(S.params.CurtailedRate(x), 4), Tab{85},
+                      FixedText(S.params.CurtailedRate(x) / p.r * 100, 4));
       else
         out.PrintPart(Tab{75}, "  -", Tab{85}, "  -");
     }

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "engine/stage_statistics.h"
+#include "engine/table_text.h"
 #include "store/rules.h"
 #include "text/numbers.h"
 
@@ -141,13 +142,7 @@ void StageStatsEngine::PrintAPOPandTPOP() {
   out.Print("");
 }
 
-// Page mark of the main output: a form feed (none before the first page), then "Page" and the
-// number 70 columns to the right.
-void StageStatsEngine::NewPage() {
-  TextFile& out = S.channels.MainOutput;
-  if (S.channels.MainPageNumber > 0) out.RawText("\f");
-  out.Print(Tab{70}, "Page", ++S.channels.MainPageNumber);
-}
+void StageStatsEngine::NewPage() { NewMainPage(S); }
 
 int StageStatsEngine::NextTable() { return ++S.channels.MainTableNumber; }
 

@@ -13,6 +13,7 @@ namespace {
 std::string Line(int length, char c) { return std::string(static_cast<std::size_t>(length), c); }
 int StageColumn(int j) { return 9 * j - 3; }  // the age takes 5 columns, each stage 9
 int RowColumn(int j) { return 9 * j + 6; }     // after a row label of 14 columns
+int TableWidth(int m) { return 9 * (m + 1) + 5; }
 }  // namespace
 
 // Page mark, table number and title, and the head of the stage columns. For the d matrices
@@ -20,15 +21,12 @@ int RowColumn(int j) { return 9 * j + 6; }     // after a row label of 14 column
 void LifeTableEngine::PrintTableHead(const std::string& title, bool developmentHead) {
   auto& out = S.channels.MainOutput;
   const int m = S.header.StageCount;
-  ++S.channels.MainPageNumber;
-  ++S.channels.MainTableNumber;
-  out.RawText("\f");
-  out.Print(Tab{70}, "Page", S.channels.MainPageNumber);
+  NewMainTablePage(S);
   if (title.rfind(". ", 0) == 0)
     out.Print("Table", S.channels.MainTableNumber, title);
   else
     out.Print("Table", S.channels.MainTableNumber, ". ", title);
-  out.Print(Line(9 * (m + 1) + 5, '='));
+  out.Print(Line(TableWidth(m), '='));
   out.PrintPart(" Age");
   for (int j = 1; j <= m + 1; ++j) {
     std::string name;
@@ -46,7 +44,7 @@ void LifeTableEngine::PrintTableHead(const std::string& title, bool developmentH
   out.PrintPart(" (x)");
   for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{StageColumn(j)}, j);
   out.NewLine();
-  out.Print(Line(9 * (m + 1) + 5, '-'));
+  out.Print(Line(TableWidth(m), '-'));
 }
 
 // The display matrix by age and stage, at the given decimals (0 or 1 for counts, 4 for
@@ -63,7 +61,7 @@ void LifeTableEngine::PrintMatrixTable(const std::string& title, int decimals, b
     for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{StageColumn(j)}, FixedText(M(x, j), decimals));
     out.NewLine();
   }
-  out.Print(Line(9 * (m + 1) + 5, '-'));
+  out.Print(Line(TableWidth(m), '-'));
   if (!withSum) return;
   out.PrintPart("Sum");
   for (int j = 1; j <= m + 1; ++j) {
@@ -72,7 +70,7 @@ void LifeTableEngine::PrintMatrixTable(const std::string& title, int decimals, b
     out.PrintPart(Tab{StageColumn(j)}, FixedText(sum, decimals));
   }
   out.NewLine();
-  out.Print(Line(9 * (m + 1) + 5, '-'));
+  out.Print(Line(TableWidth(m), '-'));
 }
 
 void LifeTableEngine::Life04Gosub0530() {
@@ -194,12 +192,19 @@ void LifeTableEngine::PrintAgeTables() {
       for (int j = 1; j <= m + 1; ++j) M(x, j) = value(x, j);
   };
   auto pageHead = [&](const std::string& title, int dashes) {
-    ++S.channels.MainPageNumber;
-    ++S.channels.MainTableNumber;
-    out.RawText("\f");
-    out.Print(Tab{70}, "Page", S.channels.MainPageNumber);
+    NewMainTablePage(S);
     out.Print("Table", S.channels.MainTableNumber, title);
     out.Print(Line(dashes, '='));
+  };
+  // The tables of one row per quantity and one column per stage.
+  const int stageWidth = TableWidth(m);
+  auto stageHead = [&](const std::string& title, const std::string& second) {
+    pageHead(title, stageWidth);
+    out.Print(second);
+    out.PrintPart(" Stage");
+    for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{RowColumn(j)}, S.header.StageName(1, j).substr(0, 6));
+    out.NewLine();
+    out.Print(Line(stageWidth, '-'));
   };
 
   // 16: l(x).
@@ -254,12 +259,8 @@ void LifeTableEngine::PrintAgeTables() {
     if (j == m + 1) return L.MaleCountAdult;
     return L.StageSurvivors(j - 1);
   };
-  pageHead(". P(j): Distribution of mortality to each stage: the probability", 9 * (m + 1) + 5);
-  out.Print("that a newborn individual will die in stage j.");
-  out.PrintPart(" Stage");
-  for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{RowColumn(j)}, S.header.StageName(1, j).substr(0, 6));
-  out.NewLine();
-  out.Print(Line(9 * (m + 1) + 5, '-'));
+  stageHead(". P(j): Distribution of mortality to each stage: the probability",
+            "that a newborn individual will die in stage j.");
   const char* rows[] = {"P(j)", "D(j)", "I(j)", "Q(j)"};
   for (int r = 0; r < 4; ++r) {
     out.PrintPart(" ", rows[r]);
@@ -270,22 +271,18 @@ void LifeTableEngine::PrintAgeTables() {
     }
     out.NewLine();
   }
-  out.Print(Line(9 * (m + 1) + 5, '-'));
+  out.Print(Line(stageWidth, '-'));
 
   // 23: from stage j to j + 1.
-  pageHead(". Stage-specific survival rate and number from stage j to j+1. For the", 9 * (m + 1) + 5);
-  out.Print("adult stages, the probability is 0.");
-  out.PrintPart(" Stage");
-  for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{RowColumn(j)}, S.header.StageName(1, j).substr(0, 6));
-  out.NewLine();
-  out.Print(Line(9 * (m + 1) + 5, '-'));
+  stageHead(". Stage-specific survival rate and number from stage j to j+1. For the",
+            "adult stages, the probability is 0.");
   out.PrintPart(" Probability");
   for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{RowColumn(j)}, FixedText(L.StageToNext(j), 4));
   out.NewLine();
   out.PrintPart(" N(j)");
   for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{RowColumn(j)}, FixedText(entered(j), 0));
   out.NewLine();
-  out.Print(Line(9 * (m + 1) + 5, '-'));
+  out.Print(Line(stageWidth, '-'));
   const double pupae = m >= 2 ? entered(m - 1) : 0;
   if (pupae > 0) {
     out.Print("The probability from pupa to female is", FixedText(L.FemaleCount / pupae, 4));
@@ -296,16 +293,12 @@ void LifeTableEngine::PrintAgeTables() {
   }
 
   // 24: the chance of a newborn to reach each stage.
-  pageHead(". Stage survival rate.  It is the probability that a newborn", 9 * (m + 1) + 5);
-  out.Print("individual will survive to stage j (but it may die in stage j).");
-  out.PrintPart(" Stage");
-  for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{RowColumn(j)}, S.header.StageName(1, j).substr(0, 6));
-  out.NewLine();
-  out.Print(Line(9 * (m + 1) + 5, '-'));
+  stageHead(". Stage survival rate.  It is the probability that a newborn",
+            "individual will survive to stage j (but it may die in stage j).");
   out.PrintPart(" ");
   for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{RowColumn(j)}, FixedText(L.StageEntry(j), 4));
   out.NewLine();
-  out.Print(Line(9 * (m + 1) + 5, '-'));
+  out.Print(Line(stageWidth, '-'));
 }
 
 }  // namespace korvan

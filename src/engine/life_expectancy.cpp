@@ -94,10 +94,7 @@ void LifeTableEngine::PrintMatrixExj() {
   if (!out.IsOpen()) return;
 
   const std::string title = "Age-stage specific life expectancy (matrix E)";
-  ++S.channels.MainPageNumber;
-  ++S.channels.MainTableNumber;
-  out.RawText("\f");
-  out.Print(Tab{70}, "Page", S.channels.MainPageNumber);
+  NewMainTablePage(S);
   out.Print("Table", S.channels.MainTableNumber, ". ", title);
   out.Print(std::string(static_cast<std::size_t>(9 * (m + 1)), '='));
   out.PrintPart("Age");

@@ -27,11 +27,6 @@ double AgeInTable(int x, double timeUnit) {
   return x * tu;
 }
 
-std::string ReportNumber(double v, int decimals) {
-  if (!(std::fabs(v) < 10000)) return PrintNumber(CIntValue(v));
-  return PrintNumber(RoundDisplay(v, decimals));
-}
-
 double StepFiniteRateFor(double lambda, double timeUnit) {
   if (timeUnit == 0.5) return std::pow(lambda, 1.0 / 2);
   if (timeUnit == 0.3) return std::pow(lambda, 1.0 / 3);

@@ -10,6 +10,7 @@
 // every jackknife pass; the twins keep apart only what differs.
 #include <string>
 
+#include "engine/table_text.h"
 #include "store/procedures.h"
 
 namespace korvan {
@@ -139,8 +140,6 @@ inline double AgeInRateUnits(int x, double timeUnit) { return ConvertExponentFul
 // An age count in rate units as the report tables show it: 2 decimals for the fractional
 // time units, else x times the time unit.
 double AgeInTable(int x, double timeUnit);
-// A number of a report table at a fixed count of decimals; beyond plus or minus 10,000, whole.
-std::string ReportNumber(double v, int decimals);
 
 // StepFiniteRate of the Calculus path: lambda to the time unit, as the root for fractions.
 double StepFiniteRateFor(double lambda, double timeUnit);

@@ -6,6 +6,7 @@
 
 #include "analyses/curtailed_tailed.h"
 #include "engine/population_parameters.h"
+#include "engine/table_text.h"
 #include "text/numbers.h"
 
 namespace korvan {
@@ -43,10 +44,10 @@ void ParameterEngine::Life05aGosub1000() {
   const auto& p = W.params;
   const int x = p.ReportAge;
   const double tu = S.settings.TimeUnit;
-  out.Print(Tab{1}, AgeInTable(x, tu), Tab{10}, ReportNumber(t.Lx(x), 3), Tab{17}, ReportNumber(p.Mx(x), 2),
-            Tab{25}, ReportNumber(t.Lx(x) * p.Mx(x), 2), Tab{35}, ReportNumber(p.EulerTerm(x), 4), Tab{48},
-            ReportNumber(p.Ax2(x), 2), Tab{58}, ReportNumber(W.lifeTable.Ex(x), 2), Tab{69},
-            ReportNumber(p.Vx(x), 2));
+  out.Print(Tab{1}, AgeInTable(x, tu), Tab{10}, FixedText(t.Lx(x), 3), Tab{17}, FixedText(p.Mx(x), 2),
+            Tab{25}, FixedText(t.Lx(x) * p.Mx(x), 2), Tab{35}, FixedText(p.EulerTerm(x), 4), Tab{48},
+            FixedText(p.Ax2(x), 2), Tab{58}, FixedText(W.lifeTable.Ex(x), 2), Tab{69},
+            FixedText(p.Vx(x), 2));
   if (p.Mx(x) > S.params.PeakMx) {
     S.params.PeakMx = p.Mx(x);
     S.params.PeakMxAge = x;
@@ -61,10 +62,7 @@ void ParameterEngine::Life05aGosub0800() {
   const auto& t = W.tables;
   const double tu = S.settings.TimeUnit;
 
-  out.RawText("\f");
-  ++S.channels.MainPageNumber;
-  ++S.channels.MainTableNumber;
-  out.Print(Tab{70}, "Page", S.channels.MainPageNumber);
+  NewMainTablePage(S);
   out.Print("Table", S.channels.MainTableNumber, ". Age-specific life table");
   {
     std::time_t now = std::time(nullptr);

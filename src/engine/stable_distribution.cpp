@@ -4,6 +4,7 @@
 #include <string>
 
 #include "engine/population_parameters.h"
+#include "engine/table_text.h"
 #include "text/numbers.h"
 
 namespace korvan {
@@ -122,10 +123,7 @@ void ParameterEngine::PrintStableAgeStageTables(bool matrixTwin) {
 
   // Matrix B2 on the wider printer: every value to 4 decimals on columns of 9.
   copy(p.Bxj, 0.01);
-  ++S.channels.MainPageNumber;
-  ++S.channels.MainTableNumber;
-  out.RawText("\f");
-  out.Print(Tab{70}, "Page", S.channels.MainPageNumber);
+  NewMainTablePage(S);
   out.Print("Table", S.channels.MainTableNumber, ". ", "Stable age-stage-distribution (SASD) (Matrix B2) (sum = 1)");
   out.Print(Line(9 * (m + 1) + 5, '='));
   out.PrintPart(" Age");
@@ -137,7 +135,7 @@ void ParameterEngine::PrintStableAgeStageTables(bool matrixTwin) {
   out.Print(Line(9 * (m + 1) + 5, '-'));
   for (int x = 0; x <= last; ++x) {
     out.PrintPart(x);
-    for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{9 * j - 3}, ReportNumber(show(x, j), 4));
+    for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{9 * j - 3}, FixedText(show(x, j), 4));
     out.NewLine();
   }
   out.Print(Line(9 * (m + 1) + 5, '-'));
@@ -155,10 +153,7 @@ void ParameterEngine::Life05aGosub0180() {
   const int last = W.tables.LastAge;
   const double tu = S.settings.TimeUnit;
 
-  out.RawText("\f");
-  ++S.channels.MainPageNumber;
-  ++S.channels.MainTableNumber;
-  out.Print(Tab{70}, "Page", S.channels.MainPageNumber);
+  NewMainTablePage(S);
   for (int x = 0; x <= last; ++x) {
     for (int j = 1; j <= m + 1; ++j) {
       const double v = show(x, j);
@@ -245,10 +240,7 @@ void ParameterEngine::StableTables() {
   auto& out = S.channels.MainOutput;
   if (!out.IsOpen()) return;
   auto head = [&](const char* title) {
-    out.RawText("\f");
-    ++S.channels.MainPageNumber;
-    ++S.channels.MainTableNumber;
-    out.Print(Tab{70}, "Page", S.channels.MainPageNumber);
+    NewMainTablePage(S);
     out.Print("Table", S.channels.MainTableNumber, title);
   };
   auto stageHead = [&]() {
@@ -261,7 +253,7 @@ void ParameterEngine::StableTables() {
   out.Print(Line(20, '='));
   out.Print("Age       SAD a(x)");
   out.Print(Line(20, '-'));
-  for (int x = 0; x <= last; ++x) out.Print(AgeInTable(x, tu), Tab{10}, ReportNumber(p.SadRaw(x), 4));
+  for (int x = 0; x <= last; ++x) out.Print(AgeInTable(x, tu), Tab{10}, FixedText(p.SadRaw(x), 4));
   out.Print(Line(20, '-'));
 
   head(". Stable age distribution in percentage");
@@ -269,7 +261,7 @@ void ParameterEngine::StableTables() {
   out.Print(Line(20, '='));
   out.Print("Age       SAD (%)");
   out.Print(Line(20, '-'));
-  for (int x = 0; x <= last; ++x) out.Print(AgeInTable(x, tu), Tab{10}, ReportNumber(p.Ax2(x), 4));
+  for (int x = 0; x <= last; ++x) out.Print(AgeInTable(x, tu), Tab{10}, FixedText(p.Ax2(x), 4));
   out.Print(Line(20, '-'));
 
   head(". Stable stage distribution in percentage");
@@ -277,7 +269,7 @@ void ParameterEngine::StableTables() {
   out.Print(Line(wide, '='));
   stageHead();
   out.Print(Line(wide, '-'));
-  for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{9 * (j - 1) + 1}, ReportNumber(p.SsdPercent(j), 4));
+  for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{9 * (j - 1) + 1}, FixedText(p.SsdPercent(j), 4));
   out.NewLine();
   out.Print(Line(wide, '-'));
 
@@ -285,7 +277,7 @@ void ParameterEngine::StableTables() {
   out.Print(Line(wide, '='));
   stageHead();
   out.Print(Line(wide, '-'));
-  for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{9 * (j - 1) + 1}, ReportNumber(p.SsdFirstStageOne(j), 4));
+  for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{9 * (j - 1) + 1}, FixedText(p.SsdFirstStageOne(j), 4));
   out.NewLine();
   out.Print(Line(wide, '-'));
 }

@@ -3,13 +3,15 @@
 #include <cmath>
 #include <string>
 
+#include "store/session_store.h"
 #include "text/numbers.h"
+#include "text/text_file.h"
 
 namespace korvan {
 
 // A number of a table at a fixed count of decimals; beyond plus or minus 10,000, whole.
 inline std::string FixedText(double v, int decimals) {
-  if (std::fabs(v) >= 10000) decimals = 0;
+  if (!(std::fabs(v) < 10000)) return PrintNumber(CIntValue(v));
   return PrintNumber(RoundDisplay(v, decimals));
 }
 
@@ -18,6 +20,19 @@ inline std::string CellText(double v) {
   const double a = std::fabs(v);
   const int decimals = a <= 1 ? 4 : a <= 300 ? 2 : a <= 3000 ? 1 : 0;
   return PrintNumber(RoundDisplay(v, decimals));
+}
+
+// The page mark before a table of the main output: a form feed (none before the first page),
+// then "Page" and its number at column 70.
+inline void NewMainPage(SessionStore& S) {
+  if (S.channels.MainPageNumber > 0) S.channels.MainOutput.RawText("\f");
+  S.channels.MainOutput.Print(Tab{70}, "Page", ++S.channels.MainPageNumber);
+}
+
+// The page mark and the number of the next table.
+inline int NewMainTablePage(SessionStore& S) {
+  NewMainPage(S);
+  return ++S.channels.MainTableNumber;
 }
 
 }  // namespace korvan
