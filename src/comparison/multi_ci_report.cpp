@@ -181,6 +181,17 @@ void PairedBootTest::PrintPairBlock(int i, int j) {
 
   auto star = [&](const std::string& text) { f.Print(text, Tab{73}, "*"); };
   auto hash = [&](const std::string& text) { f.Print(text, Tab{73}, "#"); };
+  // The verdict of a box, framed by the box's own mark.
+  auto verdict = [&](const std::string& mark, bool significant) {
+    auto line = [&](const std::string& text) { f.Print(" " + mark + text, Tab{73}, mark); };
+    if (significant) {
+      line(" Signif. diff. btw. " + ti + " and " + tj + ".");
+      line(" If the CI does not include 0, there is significant difference.");
+    } else {
+      line(" No signif. diff. btw. " + ti + " and " + tj + ".");
+      line(" If the CI includes 0, there is no significant difference.");
+    }
+  };
   star(cartesian ? " * Bootstrap t confidence intervals based on Cartesian differences:"
                  : " * t confidence intervals of differences (paired bootstrap test):");
   f.Print(" * 95% CI:", Tab{26}, "Lower", Tab{51}, "Upper", Tab{73}, "*");
@@ -192,13 +203,7 @@ void PairedBootTest::PrintPairBlock(int i, int j) {
     return;
   }
   const bool tSignificant = c.PairLower(i, j) > 0;
-  if (tSignificant) {
-    star(" * Signif. diff. btw. " + ti + " and " + tj + ".");
-    star(" * If the CI does not include 0, there is significant difference.");
-  } else {
-    star(" * No signif. diff. btw. " + ti + " and " + tj + ".");
-    star(" * If the CI includes 0, there is no significant difference.");
-  }
+  verdict("*", tSignificant);
   f.Print(kRuleStar);
 
   hash(cartesian ? " # Percentile confidence intervals of Cartesian product differences:"
@@ -206,13 +211,7 @@ void PairedBootTest::PrintPairBlock(int i, int j) {
   f.Print(" # 95% CI:", Tab{26}, "Lower", Tab{51}, "Upper", Tab{73}, "#");
   f.Print(" #", Tab{25}, c.PairPctLower(i, j), Tab{50}, c.PairPctUpper(i, j), Tab{73}, "#");
   // A percentile limit of exactly 0 counts as significant, unlike the t limit.
-  if (c.PairPctLower(i, j) >= 0) {
-    hash(" # Signif. diff. btw. " + ti + " and " + tj + ".");
-    hash(" # If the CI does not include 0, there is significant difference.");
-  } else {
-    hash(" # No signif. diff. btw. " + ti + " and " + tj + ".");
-    hash(" # If the CI includes 0, there is no significant difference.");
-  }
+  verdict("#", c.PairPctLower(i, j) >= 0);
   f.Print(kRuleHash);
   const double p = c.PairP(i, j);
   hash(" # Number of insignif. diff. = " + PrintNumber(c.PairOutsideCount(i, j)));

@@ -38,8 +38,7 @@ void LifeTableEngine::Life01Gosub100() {
     for (int i = 1; i <= N; ++i) {
       const double D = C.StageDuration(i, j);
       if (D > 0) {
-        s += TimeUnitToDays(D, tu);
-        q += (tu * D) * (tu * D);
+        AddDuration(D, tu, s, q);
       } else {
         --count;
       }
@@ -68,19 +67,10 @@ void LifeTableEngine::Life01Gosub290() {
     double s = 0, q = 0;
     for (int i = 1; i <= N; ++i) {
       double c = 0;
-      bool whole = true;
-      for (int k = 1; k <= j; ++k) {
-        const double D = C.StageDuration(i, k);
-        if (D <= 0) {
-          whole = false;
-          break;
-        }
-        c += D;
-      }
+      const bool whole = PositiveDurationSum(C, i, 1, j, c);
       L.CumulativeDuration(i, j) = c;
       if (!whole) continue;
-      s += TimeUnitToDays(c, tu);
-      q += (tu * c) * (tu * c);
+      AddDuration(c, tu, s, q);
       ++count;
     }
     L.CumSurvivors(j) = count;
@@ -135,8 +125,7 @@ void LifeTableEngine::TypeStageStatistics(bool clearFirst) {
         if (C.IndividualSex(i) != code) continue;
         const double D = C.StageDuration(i, j);
         if (D <= 0) continue;
-        s += TimeUnitToDays(D, tu);
-        q += (tu * D) * (tu * D);
+        AddDuration(D, tu, s, q);
         ++count;
       }
       L.TypeStageCount(t, j) = count;
@@ -211,18 +200,8 @@ void LifeTableEngine::TypeCumulativeStatistics(bool clearFirst) {
       for (int i = 1; i <= N; ++i) {
         if (C.IndividualSex(i) != code) continue;
         double c = 0;
-        bool whole = true;
-        for (int k = 1; k <= j; ++k) {
-          const double D = C.StageDuration(i, k);
-          if (D <= 0) {
-            whole = false;
-            break;
-          }
-          c += D;
-        }
-        if (!whole) continue;
-        s += TimeUnitToDays(c, tu);
-        q += (tu * c) * (tu * c);
+        if (!PositiveDurationSum(C, i, 1, j, c)) continue;
+        AddDuration(c, tu, s, q);
         ++count;
         if (j == m - 1) L.PreadultTime(i) = TimeUnitToDays(c, tu);
       }

@@ -20,36 +20,18 @@ void LifeTableEngine::Life02Gosub80() {
   FlowEngine("Life02Gosub80");
   auto& L = W.lifeTable;
   const auto& C = W.cohort;
-  const int m = S.header.StageCount;
   const int N = C.CohortSize;
   const double tu = S.settings.TimeUnit;
 
-  int first = 0, second = 0;
-  for (int j = 1; j <= m; ++j) {
-    const std::string& name = S.header.StageName(1, j);
-    if (name == S.header.SpecialGroup(1)) first = j;
-    if (name == S.header.SpecialGroup(2)) second = j;
-  }
-  L.SpanFirstStage = first < second ? first : second;
-  L.SpanLastStage = first < second ? second : first;
+  FindSpanStages(S, L.SpanFirstStage, L.SpanLastStage);
 
   int count = 0;
   double s = 0, q = 0;
   for (int i = 1; i <= N; ++i) {
     double span = 0;
-    bool whole = true;
-    for (int j = L.SpanFirstStage; j <= L.SpanLastStage; ++j) {
-      const double D = C.StageDuration(i, j);
-      if (D <= 0) {
-        whole = false;
-        break;
-      }
-      span += D;
-    }
-    if (!whole) continue;
+    if (!PositiveDurationSum(C, i, L.SpanFirstStage, L.SpanLastStage, span)) continue;
     ++count;
-    s += TimeUnitToDays(span, tu);
-    q += (tu * span) * (tu * span);
+    AddDuration(span, tu, s, q);
     L.SpanIndividual(count) = i;
     L.SpanValue(count) = TimeUnitToDays(span, tu);
   }
@@ -71,19 +53,9 @@ void LifeTableEngine::Life02Gosub410() {
     for (int i = 1; i <= N; ++i) {
       if (C.IndividualSex(i) != code) continue;
       double span = 0;
-      bool whole = true;
-      for (int j = L.SpanFirstStage; j <= L.SpanLastStage; ++j) {
-        const double D = C.StageDuration(i, j);
-        if (D <= 0) {
-          whole = false;
-          break;
-        }
-        span += D;
-      }
-      if (!whole) continue;
+      if (!PositiveDurationSum(C, i, L.SpanFirstStage, L.SpanLastStage, span)) continue;
       ++count;
-      s += TimeUnitToDays(span, tu);
-      q += (tu * span) * (tu * span);
+      AddDuration(span, tu, s, q);
     }
     L.TypeSpanCount(t) = count;
     ApplyStatistics(s, q, count, L.TypeSpanMean(t), L.TypeSpanVariance(t), L.TypeSpanSD(t));

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "engine/stage_statistics.h"
+#include "engine/stats_fields.h"
 #include "store/rules.h"
 #include "text/numbers.h"
 
@@ -14,20 +15,6 @@ namespace {
 struct Sums {
   double sum = 0, sumSquares = 0, n = 0;
 };
-
-// The stages from the first to the last special stage, by their names in the first row of
-// stage names; a later match overwrites an earlier one, and the lower number comes first.
-void FindSpan(const SessionStore& S, int& first, int& last) {
-  int a = 0, b = 0;
-  const int m = S.header.StageCount;
-  for (int j = 1; j <= m; ++j) {
-    const std::string& name = S.header.StageName(1, j);
-    if (name == S.header.SpecialGroup(1)) a = j;
-    if (name == S.header.SpecialGroup(2)) b = j;
-  }
-  first = a < b ? a : b;
-  last = a < b ? b : a;
-}
 
 }  // namespace
 
@@ -46,14 +33,7 @@ void StageStatsEngine::Life10() {
   for (long s = 1; s <= 3; ++s) w.SexLongevity(s).minimum = w.SexLongevity(s).maximum = 0;
   bool firstOfSex[4] = {true, true, true, true};
   for (long i = 1; i <= n; ++i) {
-    double steps = 0;
-    for (long j = 1; j <= mm; ++j) {
-      const double d = c.StageDuration(i, j);
-      steps += std::fabs(d);
-      if (d < 0) break;
-    }
-    w.LongevitySteps(i) = steps;
-    w.Longevity(i) = TimeUnitToDays(steps, tu);
+    const double steps = FormLongevity(i);
     const double v = w.Longevity(i);
     AddDuration(steps, tu, all.sum, all.sumSquares);
     all.n += 1;
@@ -102,61 +82,35 @@ void StageStatsEngine::Life10() {
   }
   w.MaxFemaleAdultAge = CInt(w.AdultMaxBySex(kSexF));
 
-  // Time from birth to the end of each stage, over those with all durations positive so far.
-  for (long j = 1; j <= mm; ++j) {
+  // Time over the stages a..b of those whose durations there are all positive, of all and by
+  // sex (no stage a: nobody).
+  auto stretchStatistics = [&](long a, long b, RoutineStat& all, auto&& bySex) {
     Sums st, sx[4];
-    for (long i = 1; i <= n; ++i) {
-      double cum = 0;
-      bool complete = true;
-      for (long k = 1; k <= j; ++k) {
-        const double d = c.StageDuration(i, k);
-        if (d <= 0) {
-          complete = false;
-          break;
-        }
-        cum += d;
-      }
-      if (!complete) continue;
-      AddDuration(cum, tu, st.sum, st.sumSquares);
+    for (long i = 1; i <= n && a > 0; ++i) {
+      double v = 0;
+      if (!PositiveDurationSum(c, static_cast<int>(i), static_cast<int>(a), static_cast<int>(b), v)) continue;
+      AddDuration(v, tu, st.sum, st.sumSquares);
       st.n += 1;
       const long s = SexIndex(c.IndividualSex(i));
       if (s == 0) continue;
-      AddDuration(cum, tu, sx[s].sum, sx[s].sumSquares);
+      AddDuration(v, tu, sx[s].sum, sx[s].sumSquares);
       sx[s].n += 1;
     }
-    ApplyStatisticsRule(w.Cumulative(j), st.sum, st.sumSquares, st.n);
-    for (long s = 1; s <= 3; ++s)
-      ApplyStatisticsRule(w.SexCumulative(s, j), sx[s].sum, sx[s].sumSquares, sx[s].n);
-  }
+    ApplyStatisticsRule(all, st.sum, st.sumSquares, st.n);
+    for (long s = 1; s <= 3; ++s) ApplyStatisticsRule(bySex(s), sx[s].sum, sx[s].sumSquares, sx[s].n);
+  };
+
+  // Time from birth to the end of each stage.
+  for (long j = 1; j <= mm; ++j)
+    stretchStatistics(1, j, w.Cumulative(j), [&](long s) -> RoutineStat& { return w.SexCumulative(s, j); });
 
   // The span between the two special stages.
   {
     int first = 0, last = 0;
-    FindSpan(S, first, last);
+    FindSpanStages(S, first, last);
     w.SpanFirstStage = first;
     w.SpanLastStage = last;
-    Sums st, sx[4];
-    for (long i = 1; i <= n && first > 0; ++i) {
-      double span = 0;
-      bool complete = true;
-      for (long k = first; k <= last; ++k) {
-        const double d = c.StageDuration(i, k);
-        if (d <= 0) {
-          complete = false;
-          break;
-        }
-        span += d;
-      }
-      if (!complete) continue;
-      AddDuration(span, tu, st.sum, st.sumSquares);
-      st.n += 1;
-      const long s = SexIndex(c.IndividualSex(i));
-      if (s == 0) continue;
-      AddDuration(span, tu, sx[s].sum, sx[s].sumSquares);
-      sx[s].n += 1;
-    }
-    ApplyStatisticsRule(w.Span, st.sum, st.sumSquares, st.n);
-    for (long s = 1; s <= 3; ++s) ApplyStatisticsRule(w.SexSpan(s), sx[s].sum, sx[s].sumSquares, sx[s].n);
+    stretchStatistics(first, last, w.Span, [&](long s) -> RoutineStat& { return w.SexSpan(s); });
   }
 
   // Fecundity by adult age: n counts every living female, the sums only eggs laid.
@@ -272,14 +226,7 @@ void StageStatsEngine::Life10boot() {
   const double tu = TimeUnit();
   double sum = 0, sumSquares = 0;
   for (long i = 1; i <= c.CohortSize; ++i) {
-    double steps = 0;
-    for (long j = 1; j <= m(); ++j) {
-      const double d = c.StageDuration(i, j);
-      steps += std::fabs(d);
-      if (d < 0) break;
-    }
-    w.LongevitySteps(i) = steps;
-    w.Longevity(i) = TimeUnitToDays(steps, tu);
+    const double steps = FormLongevity(i);
     AddDuration(steps, tu, sum, sumSquares);
   }
   W.lifeTable.LongevityCount = c.CohortSize + 1;

@@ -18,12 +18,6 @@ long SexIndex(const std::string& sex) {
   return 0;
 }
 
-void AddDuration(double D, double timeUnit, double& sum, double& sumSquares) {
-  sum += TimeUnitToDays(D, timeUnit);
-  const double scaled = D * timeUnit;
-  sumSquares += scaled * scaled;
-}
-
 void ApplyStatisticsRule(RoutineStat& s, double sum, double sumSquares, double n) {
   s.n = n;
   s.sum = sum;
@@ -38,6 +32,22 @@ void ApplyStatisticsRule(RoutineStat& s, double sum, double sumSquares, double n
 }
 
 int StageStatsEngine::m() const { return S.header.StageCount; }
+
+// The longevity of individual i: its durations up to the stage of its death, in time units
+// and in rate units.
+double StageStatsEngine::FormLongevity(long i) {
+  auto& w = W.stageStats;
+  const auto& c = W.cohort;
+  double steps = 0;
+  for (long j = 1; j <= m(); ++j) {
+    const double d = c.StageDuration(i, j);
+    steps += std::fabs(d);
+    if (d < 0) break;
+  }
+  w.LongevitySteps(i) = steps;
+  w.Longevity(i) = TimeUnitToDays(steps, TimeUnit());
+  return steps;
+}
 double StageStatsEngine::TimeUnit() const { return S.settings.TimeUnit; }
 
 // Nf: the individuals that reached the adult female stage.
@@ -164,14 +174,7 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
     w.FxMean(x) = w.FxSD(x) = w.FxSE(x) = 0;
   }
   for (long i = 1; i <= c.CohortSize; ++i) {
-    double steps = 0;
-    for (long j = 1; j <= m(); ++j) {
-      const double d = c.StageDuration(i, j);
-      steps += std::fabs(d);
-      if (d < 0) break;
-    }
-    w.LongevitySteps(i) = steps;
-    w.Longevity(i) = TimeUnitToDays(steps, tu);
+    const double steps = FormLongevity(i);
     const bool female = c.IndividualSex(i) == "F";
     if (!female && !wholeCohort) continue;
     const long lastAlive = CInt(w.Longevity(i) / tu - 1);

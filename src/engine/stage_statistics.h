@@ -94,6 +94,7 @@ class StageStatsEngine : public Procedures {
   void Life06Row(const std::string& label, const std::string& sex, const RoutineStat& s);
 
   int m() const;
+  double FormLongevity(long i);
   double TimeUnit() const;
 };
 
@@ -102,10 +103,6 @@ double ReportNumber(double v);
 
 // 1 for "F", 2 for "M", 3 for "N", 0 for anything else.
 long SexIndex(const std::string& sex);
-
-// Accumulates one duration D (time units) into a sum in rate units and a sum of squares of
-// D * TimeUnit, as all duration statistics do.
-void AddDuration(double D, double timeUnit, double& sum, double& sumSquares);
 
 // The statistics rule into a RoutineStat: n = 0 leaves mean and spread as they stand, n = 1
 // sets the mean only.

@@ -53,7 +53,7 @@ void FieldReader::EndField() {
 }
 
 // Reaching a field skips blanks and whole empty lines before it, as the platform's reader does.
-std::string FieldReader::ReadString() {
+void FieldReader::SkipToField() {
   while (true) {
     SkipBlanks();
     if (pos_ >= text_.size()) PastEnd();
@@ -62,6 +62,10 @@ std::string FieldReader::ReadString() {
     ++pos_;
     ++line_;
   }
+}
+
+std::string FieldReader::ReadString() {
+  SkipToField();
   std::string value;
   if (text_[pos_] == '"') {
     ++pos_;
@@ -78,14 +82,7 @@ std::string FieldReader::ReadString() {
 }
 
 double FieldReader::ReadNumber() {
-  while (true) {
-    SkipBlanks();
-    if (pos_ >= text_.size()) PastEnd();
-    if (!IsLineEnd(text_[pos_])) break;
-    if (text_[pos_] == '\r' && pos_ + 1 < text_.size() && text_[pos_ + 1] == '\n') ++pos_;
-    ++pos_;
-    ++line_;
-  }
+  SkipToField();
   std::string token;
   if (text_[pos_] == '"') {
     // A quoted number: its text between the quotes.

@@ -43,6 +43,7 @@ class FieldReader {
   FieldReader() = default;
   void SkipBlanks();
   void EndField();  // after a field: skip blanks, then one comma or one line end
+  void SkipToField();  // before a field: blanks and whole empty lines; past the end, the fault
   [[noreturn]] void PastEnd() const;
   std::string text_;
   std::string path_;

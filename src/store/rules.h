@@ -21,6 +21,14 @@ inline double TimeUnitToDaysWithHalf(double D, double timeUnit) {
   return TimeUnitToDays(D, timeUnit);
 }
 
+// Accumulates one duration D (time units) into a sum in rate units and a sum of squares of
+// D * TimeUnit, as all duration statistics do.
+inline void AddDuration(double D, double timeUnit, double& sum, double& sumSquares) {
+  sum += TimeUnitToDays(D, timeUnit);
+  const double scaled = D * timeUnit;
+  sumSquares += scaled * scaled;
+}
+
 // The statistics rule: mean S/n, variance (Q - S*S/n)/(n-1) with a negative result set to 0,
 // SD its square root, SE = SD/sqrt(n), from the sum S and the sum of squares Q of n values.
 struct StatResult {
