@@ -101,8 +101,11 @@ void LifeTableEngine::Life01Gosub290() {
     W.tables.LastAge = C.MaxLongevity - 1;
 }
 
-// Stage statistics by type, then deaths by stage and the sex rates.
-void LifeTableEngine::TypeStageStatistics(bool clearFirst) {
+// Statistics by type of the duration of each stage, or (cumulative) of the time from birth to
+// the end of each stage, over the individuals whose durations there are all positive; the
+// cumulative form also notes each one's preadult time at the last preadult stage. The
+// replicate's form clears the fields first and files the means under the replicate.
+void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
   auto& L = W.lifeTable;
   const auto& C = W.cohort;
   const int m = S.header.StageCount;
@@ -110,11 +113,15 @@ void LifeTableEngine::TypeStageStatistics(bool clearFirst) {
   const int N = C.CohortSize;
   const double tu = S.settings.TimeUnit;
   const double boot = W.run.Boot;
+  auto& counts = cumulative ? L.TypeCumCount : L.TypeStageCount;
+  auto& means = cumulative ? L.TypeCumMean : L.TypeStageMean;
+  auto& variances = cumulative ? L.TypeCumVariance : L.TypeStageVariance;
+  auto& sds = cumulative ? L.TypeCumSD : L.TypeStageSD;
   if (clearFirst) {
-    L.TypeStageCount.Fill(0);
-    L.TypeStageMean.Fill(0);
-    L.TypeStageVariance.Fill(0);
-    L.TypeStageSD.Fill(0);
+    counts.Fill(0);
+    means.Fill(0);
+    variances.Fill(0);
+    sds.Fill(0);
   }
   for (int t = 1; t <= T; ++t) {
     const std::string& code = S.header.TypeCode(t);
@@ -123,24 +130,31 @@ void LifeTableEngine::TypeStageStatistics(bool clearFirst) {
       double s = 0, q = 0;
       for (int i = 1; i <= N; ++i) {
         if (C.IndividualSex(i) != code) continue;
-        const double D = C.StageDuration(i, j);
-        if (D <= 0) continue;
-        AddDuration(D, tu, s, q);
+        double v = 0;
+        if (!PositiveDurationSum(C, i, cumulative ? 1 : j, j, v)) continue;
+        AddDuration(v, tu, s, q);
         ++count;
+        if (cumulative && j == m - 1) L.PreadultTime(i) = TimeUnitToDays(v, tu);
       }
-      L.TypeStageCount(t, j) = count;
-      ApplyStatistics(s, q, count, L.TypeStageMean(t, j), L.TypeStageVariance(t, j),
-                      L.TypeStageSD(t, j));
+      counts(t, j) = count;
+      ApplyStatistics(s, q, count, means(t, j), variances(t, j), sds(t, j));
+      auto& R = S.lifeTable;
       if (boot > 0) {
-        S.lifeTable.BootLists().BootTypeStageMean(t, j, static_cast<long>(boot)) =
-            L.TypeStageMean(t, j);
+        auto& B = R.BootLists();
+        (cumulative ? B.BootTypeCumMean : B.BootTypeStageMean)(t, j, static_cast<long>(boot)) = means(t, j);
       } else {
-        S.lifeTable.OriginalTypeStageCount(t, j) = count;
-        S.lifeTable.OriginalTypeStageMean(t, j) = L.TypeStageMean(t, j);
+        (cumulative ? R.OriginalTypeCumCount : R.OriginalTypeStageCount)(t, j) = count;
+        (cumulative ? R.OriginalTypeCumMean : R.OriginalTypeStageMean)(t, j) = means(t, j);
       }
     }
   }
+}
 
+// Deaths by stage and the sex rates, from the counts of the stage statistics.
+void LifeTableEngine::DeathsAndSexRates() {
+  auto& L = W.lifeTable;
+  const int m = S.header.StageCount;
+  const int N = W.cohort.CohortSize;
   const auto& Sv = L.StageSurvivors;
   L.StageDeaths(1) = N - Sv(1);
   L.StageDeathsRest(1) = N - L.StageDeaths(1);
@@ -168,65 +182,24 @@ void LifeTableEngine::TypeStageStatistics(bool clearFirst) {
 
 void LifeTableEngine::Life01Gosub570() {
   FlowEngine("Life01Gosub570");
-  TypeStageStatistics(false);
+  TypeStatistics(false, false);
+  DeathsAndSexRates();
 }
 
 void LifeTableEngine::Life01Gosub570boot() {
   FlowEngine("Life01Gosub570boot");
-  TypeStageStatistics(true);
-}
-
-// Cumulative times by type, over the individuals whose stages up to j all have a positive
-// duration; at the last preadult stage also each one's preadult time.
-void LifeTableEngine::TypeCumulativeStatistics(bool clearFirst) {
-  auto& L = W.lifeTable;
-  const auto& C = W.cohort;
-  const int m = S.header.StageCount;
-  const int T = S.header.TypeCount;
-  const int N = C.CohortSize;
-  const double tu = S.settings.TimeUnit;
-  const double boot = W.run.Boot;
-  if (clearFirst) {
-    L.TypeCumCount.Fill(0);
-    L.TypeCumMean.Fill(0);
-    L.TypeCumVariance.Fill(0);
-    L.TypeCumSD.Fill(0);
-  }
-  for (int t = 1; t <= T; ++t) {
-    const std::string& code = S.header.TypeCode(t);
-    for (int j = 1; j <= m; ++j) {
-      int count = 0;
-      double s = 0, q = 0;
-      for (int i = 1; i <= N; ++i) {
-        if (C.IndividualSex(i) != code) continue;
-        double c = 0;
-        if (!PositiveDurationSum(C, i, 1, j, c)) continue;
-        AddDuration(c, tu, s, q);
-        ++count;
-        if (j == m - 1) L.PreadultTime(i) = TimeUnitToDays(c, tu);
-      }
-      L.TypeCumCount(t, j) = count;
-      ApplyStatistics(s, q, count, L.TypeCumMean(t, j), L.TypeCumVariance(t, j),
-                      L.TypeCumSD(t, j));
-      if (boot > 0) {
-        S.lifeTable.BootLists().BootTypeCumMean(t, j, static_cast<long>(boot)) =
-            L.TypeCumMean(t, j);
-      } else {
-        S.lifeTable.OriginalTypeCumCount(t, j) = count;
-        S.lifeTable.OriginalTypeCumMean(t, j) = L.TypeCumMean(t, j);
-      }
-    }
-  }
+  TypeStatistics(false, true);
+  DeathsAndSexRates();
 }
 
 void LifeTableEngine::Life01Gosub790() {
   FlowEngine("Life01Gosub790");
-  TypeCumulativeStatistics(false);
+  TypeStatistics(true, false);
 }
 
 void LifeTableEngine::Life01Gosub790Boot() {
   FlowEngine("Life01Gosub790Boot");
-  TypeCumulativeStatistics(true);
+  TypeStatistics(true, true);
 }
 
 }  // namespace korvan

@@ -52,8 +52,8 @@ class LifeTableEngine : public Procedures {
 
  private:
   // Life01 helpers shared by the Basic and the replicate forms.
-  void TypeStageStatistics(bool clearFirst);
-  void TypeCumulativeStatistics(bool clearFirst);
+  void TypeStatistics(bool cumulative, bool clearFirst);
+  void DeathsAndSexRates();
   // Life04 helpers.
   void MedianAndSpecificAges();
   void StageRates();
