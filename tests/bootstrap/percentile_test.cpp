@@ -15,13 +15,6 @@ namespace {
 
 using boottest::ListPrompts;
 
-std::vector<std::string> Lines(const std::string& path) {
-  std::istringstream in(test::ReadFile(path));
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
-  return lines;
-}
-
 std::unique_ptr<SessionStore> HandStore(const test::TempDir& dir, long B, int n) {
   const std::vector<boottest::PoolIndividual> pool = {
       {"F", {3, 4}, {0, 5, 2, 0}}, {"M", {2, 5}, {}}, {"M", {3, 2}, {}}, {"N", {-2}, {}}};
@@ -57,7 +50,7 @@ TEST(Percentiles, R0GroupsPrecisionAndCumulativeFrequency) {
   ListPrompts P;
   for (const char* a : {"7", "1.5", "1"}) P.Answer("Each precision level =?", a);
   BootPercentiles(*S, P).SortBootstrapNetR0();
-  EXPECT_EQ(P.titles.size(), 3u);
+  EXPECT_EQ(P.met.size(), 3u);
   const SortStore& s = S->boot.sort;
   // 0 0 | 1, 1+5e-11, 1+1e-10, 1+1.5e-10 (a chain of steps of 5e-11) | 2 2 | 3 3
   ASSERT_EQ(s.R0Groups.Count, 4);
@@ -67,10 +60,10 @@ TEST(Percentiles, R0GroupsPrecisionAndCumulativeFrequency) {
   EXPECT_EQ(s.R0500Sample, 4);  // index 5: 1 + 1e-10
   EXPECT_EQ(S->boot.BootR0(s.R0975Sample), 3);
   EXPECT_EQ(S->boot.SortedR0(10), 3);
-  const auto b = Lines(dir.file("t_J1b_Boot_Sorted R0_grouped_counts.txt"));
+  const auto b = test::Lines(dir.file("t_J1b_Boot_Sorted R0_grouped_counts.txt"));
   EXPECT_EQ(b[3], "Precision of R0 = 1 . The total observed number of different R0 = 4 .");
   EXPECT_EQ(b[4], "Sum of counts = 10 ");
-  const auto d = Lines(dir.file("t_J1d_Boot_R0_Cumu Freq.txt"));
+  const auto d = test::Lines(dir.file("t_J1d_Boot_R0_Cumu Freq.txt"));
   ASSERT_EQ(d.size(), 3u + 1 + 4);
   EXPECT_EQ(s.R0CumulativeFrequency(1), 0.2);
   EXPECT_NEAR(s.R0Probit(1), 5 - 0.8416, 5e-4);  // the normal quantile of 0.2
@@ -106,8 +99,8 @@ TEST(Percentiles, LambdaSamplesLifeTablesAndRecords) {
   EXPECT_EQ(s.Lambda975Sample, 2);   // index 39
   EXPECT_EQ(s.PercentileSample(3), 35);  // 0.15866 * 40 = 6.35: index 6
   EXPECT_EQ(s.Percentile100Sample(50), 21);
-  EXPECT_EQ(Lines(dir.file("t_J2a_Boot_Sorted lambda.txt")).size(), 3u + 1 + 40);
-  const auto all = Lines(dir.file("t_0Aa_All spec boot percentile sample.txt"));
+  EXPECT_EQ(test::Lines(dir.file("t_J2a_Boot_Sorted lambda.txt")).size(), 3u + 1 + 40);
+  const auto all = test::Lines(dir.file("t_0Aa_All spec boot percentile sample.txt"));
   ASSERT_EQ(all.size(), 15u);
   EXPECT_EQ(all[0], "\"Percentile \",0.025,40,40");
 
@@ -115,8 +108,8 @@ TEST(Percentiles, LambdaSamplesLifeTablesAndRecords) {
   // individuals (individuals 2, 3, 4 of the pool, by (b + p) % 4 + 1).
   const std::string table = dir.file("t_Kd_Life Table_0.025 lambda-sample_40.txt");
   ASSERT_TRUE(std::filesystem::exists(table));
-  EXPECT_EQ(Lines(table)[0], "\"Project: Test. 0.025 lambda\"");
-  EXPECT_EQ(Lines(table)[2], "\"0.025 lambda-Control\"");
+  EXPECT_EQ(test::Lines(table)[0], "\"Project: Test. 0.025 lambda\"");
+  EXPECT_EQ(test::Lines(table)[2], "\"0.025 lambda-Control\"");
   auto T = std::make_unique<SessionStore>();
   T->StartUp();
   T->identity.DataFilePath = table;
@@ -131,7 +124,7 @@ TEST(Percentiles, LambdaSamplesLifeTablesAndRecords) {
 
   // Its record, and the data file the command makes of it, with the individuals of the sample.
   const std::string record = dir.file("t_Ka_boot_0.025 lambda-sample_40.txt");
-  const auto rec = Lines(record);
+  const auto rec = test::Lines(record);
   EXPECT_EQ(rec[7], "\"Next line is the specific bootstrap sample number:\"");
   EXPECT_EQ(rec[8], "40");
   EXPECT_EQ(rec[11], " 40 ");
@@ -139,8 +132,8 @@ TEST(Percentiles, LambdaSamplesLifeTablesAndRecords) {
   P.Answer("Open specific bootstrap sample and prepare its life table", record);
   P.Answer("", "OK");
   BootPercentiles(*S, P).WriteLifeTableForSpecificSample();
-  const auto made = Lines(dir.file("t_0_data of spec bootsample_40.txt"));
-  const auto kd = Lines(table);
+  const auto made = test::Lines(dir.file("t_0_data of spec bootsample_40.txt"));
+  const auto kd = test::Lines(table);
   ASSERT_EQ(made.size(), kd.size());
   EXPECT_TRUE(std::equal(made.begin() + 3, made.end(), kd.begin() + 3));
 
@@ -152,7 +145,7 @@ TEST(Percentiles, LambdaSamplesLifeTablesAndRecords) {
   P.Answer("Open specific bootstrap sample and prepare its life table", record);
   P.Answer("Open specific bootstrap sample and prepare its life table", "OK");
   BootPercentiles(*S, P).WriteLifeTableForSpecificSample();
-  EXPECT_NE(P.texts.back().find("Individual 9 of this sample is not in the cohort of 4 individuals."),
+  EXPECT_NE(P.met.back().text.find("Individual 9 of this sample is not in the cohort of 4 individuals."),
             std::string::npos);
 }
 

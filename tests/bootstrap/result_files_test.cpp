@@ -14,13 +14,6 @@ namespace {
 
 using boottest::ListPrompts;
 
-std::vector<std::string> Lines(const std::string& path) {
-  std::istringstream in(test::ReadFile(path));
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
-  return lines;
-}
-
 // Three effective samples of a cohort of females and N-type only (no male).
 std::unique_ptr<SessionStore> ThreeSamples(const test::TempDir& dir) {
   const std::vector<boottest::PoolIndividual> pool = {{"F", {3, 4}, {0, 5, 2, 0}}, {"N", {-2}, {}}};
@@ -52,7 +45,7 @@ TEST(ResultFiles, NamesSerialsAndConditions) {
   S->options.OutputLevel = "No";
   S->boot.MajorFilesOnly = "Yes";
   BootResultFiles(*S, P).WriteEffectiveBootstrapInColumn();
-  const auto a2a = Lines(dir.file("t_Effect Boot-A2a-r from 100001 to 100003.txt"));
+  const auto a2a = test::Lines(dir.file("t_Effect Boot-A2a-r from 100001 to 100003.txt"));
   ASSERT_EQ(a2a.size(), 9u);
   EXPECT_EQ(a2a[0], "\"Control-r\"");
   EXPECT_EQ(a2a[1], "\"Next line is Bootstrap sample size (n)\"");
@@ -61,7 +54,7 @@ TEST(ResultFiles, NamesSerialsAndConditions) {
   EXPECT_EQ(a2a[4], "3");
   EXPECT_EQ(a2a[5], "\"r\",2,0");
   EXPECT_EQ(a2a[8], "0.3");
-  EXPECT_EQ(Lines(dir.file("t_Effect Boot-A3b-lambda-with SN from 100001 to 100003.txt"))[6], "100001,0");
+  EXPECT_EQ(test::Lines(dir.file("t_Effect Boot-A3b-lambda-with SN from 100001 to 100003.txt"))[6], "100001,0");
   EXPECT_TRUE(std::filesystem::exists(dir.file("t_Effect Boot-A1a-R0 from 100001 to 100003.txt")));
   EXPECT_FALSE(std::filesystem::exists(dir.file("t_Effect Boot-A4-T.txt")));              // m
   EXPECT_FALSE(std::filesystem::exists(dir.file("t_Effect Boot-U2_lx-at age 0.txt")));    // o
@@ -77,8 +70,8 @@ TEST(ResultFiles, NamesSerialsAndConditions) {
   EXPECT_TRUE(std::filesystem::exists(all.file("t_Effect Boot-W10_Nn.txt")));
   EXPECT_FALSE(std::filesystem::exists(all.file("t_Effect Boot-W9_Nm.txt")));
   EXPECT_FALSE(std::filesystem::exists(all.file("t_Effect Boot-A5-doubling time.txt")));
-  EXPECT_EQ(Lines(all.file("t_Effect Boot-A1b-R0-with SN.txt"))[8], "3,4");
-  const auto harvest = Lines(all.file("t_Z-R0 and boot SE for harvest.txt"));
+  EXPECT_EQ(test::Lines(all.file("t_Effect Boot-A1b-R0-with SN.txt"))[8], "3,4");
+  const auto harvest = test::Lines(all.file("t_Z-R0 and boot SE for harvest.txt"));
   ASSERT_EQ(harvest.size(), 3u);
   EXPECT_EQ(harvest[1], "\"R0\",\"SE of Boot(R0)\",\"R0(0.025)\",\"R0(0.15866)\"");
 
@@ -98,7 +91,7 @@ TEST(ResultFiles, IndividualCounts) {
   counts.CountBootstrapIndFreq();
   EXPECT_EQ(counts.IndividualDraws(1), 4);  // once in each sample, twice in sample 2
   EXPECT_EQ(counts.IndividualDraws(2), 2);
-  const auto lines = Lines(dir.file("t_0H_Boot individual counts.txt"));
+  const auto lines = test::Lines(dir.file("t_0H_Boot individual counts.txt"));
   ASSERT_EQ(lines.size(), 8u);
   EXPECT_EQ(lines[5], "\"Ind. no.\",2,3");
   EXPECT_EQ(lines[6], "1,4");

@@ -30,57 +30,6 @@ std::string RecordText(const std::string& condition, const std::vector<std::vect
   return t;
 }
 
-void AnswerSameRun(ListPrompts& P, const std::string& record) {
-  P.Answer("Cumulative (or additive) bootstrapping?", "1");
-  P.Answer("Set the criterion of infertile sample?", "3");  // plays no part in a repeat
-  P.Answer("Fast run for bootstrap?", "Cancel");
-  P.Answer("Same bootstrap samples?", "Yes");
-  P.Answer("Fast run for the rest steps?", "No");
-  P.Answer("Save bootstrap samples?", "No");
-  P.Answer("Open bootstrap record file (In general, it is file no. 11).", record);
-  P.Answer("Specific bootstrap sample =?", "0");
-  P.Answer("Prepare l(x) and m(x) for major percentiles?", "No");
-  P.Answer("Detailed bootstrap results?", "No");
-  P.Answer("More bars for histogram chart?", "Yes");
-  P.Answer("Normal density curve?", "No");
-  P.Answer("Fast steps?", "Yes");
-  P.Answer("Task completed", "OK");
-}
-
-// A run of the same samples repeats the samples of its record, and with them their results.
-TEST(SameSamples, RunRepeatsTheSamplesOfItsRecord) {
-  test::TempDir first;
-  ListPrompts P;
-  auto S = boottest::BasicRunOf(first.file("cohort.txt"), 3, boottest::SmallCohort(), P);
-  boottest::AnswerDetailedRun(P, 25, 24, true);
-  BootstrapDriver(*S, P).cmdBootstrap_Click();
-  std::vector<std::vector<int>> samples;
-  for (long b = 1; b <= 25; ++b) {
-    samples.emplace_back();
-    for (int p = 1; p <= 24; ++p) samples.back().push_back(S->boot.BootIndividuals(p, b));
-  }
-  test::TempDir second;
-  const std::string record = second.file("record 11.txt");
-  test::WriteFile(record, RecordText("EffectBoot-Yes and KorvanMating-Yes", samples));
-  ListPrompts Q;
-  auto T = boottest::BasicRunOf(second.file("cohort.txt"), 3, boottest::SmallCohort(), Q);
-  AnswerSameRun(Q, record);
-  BootstrapDriver(*T, Q).cmdBootstrap_Click();
-  EXPECT_EQ(T->boot.BootB, 25);
-  EXPECT_EQ(T->boot.EffectiveCount, 25);
-  EXPECT_EQ(T->boot.BootSampleSize, 24);
-  EXPECT_EQ(T->boot.RecordFilePath, record);
-  for (long b = 1; b <= 25; ++b) {
-    for (int p = 1; p <= 24; ++p) ASSERT_EQ(T->boot.BootIndividuals(p, b), samples[b - 1][p - 1]);
-    EXPECT_EQ(T->boot.BootLongevity(b), S->boot.BootLongevity(b));
-    EXPECT_EQ(T->boot.BootF(b), S->boot.BootF(b));
-    EXPECT_EQ(T->boot.BootR0(b), S->boot.BootR0(b));
-    EXPECT_EQ(T->boot.RecordR0(b), 12.5);
-  }
-  // The closing message names the record read.
-  EXPECT_NE(Q.texts.back().find("Record of bootstrap samples are saved in " + record + "."), std::string::npos);
-}
-
 // A repeated sample that fails the test of its record's condition ends the run with the
 // message of that condition; an old third line asks which condition to take.
 TEST(SameSamples, ConditionsOfTheRecord) {

@@ -12,13 +12,6 @@ namespace {
 
 using boottest::ListPrompts;
 
-std::vector<std::string> Lines(const std::string& path) {
-  std::istringstream in(test::ReadFile(path));
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(in, line);) lines.push_back(line);
-  return lines;
-}
-
 // The one file of the folder whose name begins with prefix.
 std::string FileStarting(const test::TempDir& dir, const std::string& prefix) {
   std::string found;
@@ -43,7 +36,7 @@ TEST(SampleRecords, RecordElevenRepeatsTheRunAndItsR0Column) {
   EXPECT_EQ(S->boot.RecordFilePath, record);
 
   // Head, then per sample: label, individuals (20 and 4 on two lines), R0 and finite rate.
-  const auto rec = Lines(record);
+  const auto rec = test::Lines(record);
   ASSERT_EQ(rec.size(), 7u + 30 * 7 + 16);
   EXPECT_EQ(rec[0], "\"Project: Test Ver. 5/7/2024\"");
   EXPECT_EQ(rec[2], "\"EffectBoot-Yes and KorvanMating-Yes\"");
@@ -77,15 +70,18 @@ TEST(SampleRecords, RecordElevenRepeatsTheRunAndItsR0Column) {
   Q.Answer("Fast steps?", "Yes");
   Q.Answer("Task completed", "OK");
   BootstrapDriver(*T, Q).cmdBootstrap_Click();
-  const auto a = Lines(first.file("cohort_Effect Boot-A1a-R0.txt"));
-  const auto b = Lines(second.file("cohort_Effect Boot-A1a-R0.txt"));
+  const auto a = test::Lines(first.file("cohort_Effect Boot-A1a-R0.txt"));
+  const auto b = test::Lines(second.file("cohort_Effect Boot-A1a-R0.txt"));
   ASSERT_EQ(a.size(), 36u);
   EXPECT_EQ(a, b);
   EXPECT_EQ(a[0], "\"Control-R0\"");
   EXPECT_EQ(a[3], "\"Next line is total effective Bootstrap number (B). All bootstrap sample are effective for Ro.\"");
   EXPECT_EQ(a[4], "30");
   for (long k = 1; k <= 30; ++k) EXPECT_EQ(a[static_cast<std::size_t>(5 + k)], FullPrecision(S->boot.BootR0(k)));
-  // The sample asked for by number is written as a life table of its own.
+  for (long k = 1; k <= 30; ++k) EXPECT_NEAR(T->boot.RecordR0(k), S->boot.BootR0(k), 1e-6 * S->boot.BootR0(k));
+  // The closing message names the record read; the sample asked for by number is written as
+  // a life table of its own.
+  EXPECT_NE(Q.met.back().text.find("Record of bootstrap samples are saved in " + record + "."), std::string::npos);
   EXPECT_TRUE(std::filesystem::exists(second.file("cohort_000K_Life Table_boot-sample_3.txt")));
 }
 
@@ -101,17 +97,17 @@ TEST(SampleRecords, KeptIneffectiveSamplesInColumnsAndRecord) {
   const long B = 60, E = R.EffectiveCount;
   ASSERT_LT(E, B);
   ASSERT_EQ(E + R.IneffectiveCount, B);
-  EXPECT_EQ(Lines(dir.file("cohort_Effect Boot-A1a-R0.txt")).size(), static_cast<std::size_t>(6 + B));
-  EXPECT_EQ(Lines(dir.file("cohort_Effect Boot-A2a-r.txt")).size(), static_cast<std::size_t>(6 + E));
-  const auto sn = Lines(dir.file("cohort_Effect Boot-A2b-r-with SN.txt"));
+  EXPECT_EQ(test::Lines(dir.file("cohort_Effect Boot-A1a-R0.txt")).size(), static_cast<std::size_t>(6 + B));
+  EXPECT_EQ(test::Lines(dir.file("cohort_Effect Boot-A2a-r.txt")).size(), static_cast<std::size_t>(6 + E));
+  const auto sn = test::Lines(dir.file("cohort_Effect Boot-A2b-r-with SN.txt"));
   EXPECT_EQ(sn[6], std::to_string(R.EffectiveList(1)) + "," + FullPrecision(R.BootR(R.EffectiveList(1))));
 
-  const auto all = Lines(dir.file("cohort_All Boot-r.txt"));
+  const auto all = test::Lines(dir.file("cohort_All Boot-r.txt"));
   ASSERT_EQ(all.size(), static_cast<std::size_t>(6 + B));
   EXPECT_EQ(std::count(all.begin(), all.end(), "\"Ineffective bootstrap sample\""), R.IneffectiveCount);
   EXPECT_EQ(all[5], "\"r (only effective ones)\"");
 
-  const auto rec = Lines(FileStarting(dir, "cohort_11A_Bootstrap samples-"));
+  const auto rec = test::Lines(FileStarting(dir, "cohort_11A_Bootstrap samples-"));
   ASSERT_EQ(rec.size(), 7u + B * 6 + 16);  // three numbers a sample fit one line
   const long k = R.IneffectiveList(1);
   const std::size_t at = 7 + static_cast<std::size_t>(k - 1) * 6;
@@ -122,7 +118,7 @@ TEST(SampleRecords, KeptIneffectiveSamplesInColumnsAndRecord) {
                                      ",\" ***(ineffective)***\"");
   EXPECT_EQ(rec[3], "\"Total assigned number of bootstrap =\",60,\". Total effective bootstrap =\"," +
                         std::to_string(E));
-  const auto none = Lines(dir.file("cohort_6X_NonEffective Boots sampled individuals.txt"));
+  const auto none = test::Lines(dir.file("cohort_6X_NonEffective Boots sampled individuals.txt"));
   EXPECT_EQ(none.size(), 7u + 2 * static_cast<std::size_t>(R.IneffectiveCount));
 }
 

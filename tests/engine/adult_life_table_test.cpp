@@ -3,26 +3,20 @@
 #include <filesystem>
 
 #include "engine/stage_statistics.h"
-#include "engine/stats_cohort.h"
+#include "support/cohort.h"
+#include "support/fake_prompts.h"
 #include "support/test_support.h"
 
 namespace korvan {
 namespace {
 
-class NoPrompts : public PromptService {
- public:
-  int MsgBox(const std::string&, const std::string&, int, int) override { return kOK; }
-  std::string InputBox(const std::string&, const std::string&, const std::string& d) override { return d; }
-  std::string ChooseFile(const std::string&) override { return ""; }
-};
-
 struct AdultRun {
   SessionStore S;
-  NoPrompts P;
+  test::OrderedPrompts P;
   StageStatsEngine e{S, P};
   test::TempDir dir;
-  explicit AdultRun(double tu, const std::vector<test::StatsRecord>& cohort = test::HandCohort()) {
-    test::LoadCohort(S, cohort, tu);
+  explicit AdultRun(double tu, const std::vector<test::Individual>& cohort = test::HandCohort()) {
+    test::LoadHandCohort(S, cohort, tu);
     S.identity.DataFileBase = dir.file("c");
     e.CountOvipositionDays();
     e.PreadultMean();
@@ -89,9 +83,9 @@ TEST(AdultAgeLifeTable, NoFilesWhenNoFemaleLaidEggsOrUnderNooutput) {
   AdultRun run(1, {{"F", {2, 2, 3}, {0, 0}}, {"M", {2, 2, 3}, {}}});
   {
     SessionStore S;
-    NoPrompts P;
+    test::OrderedPrompts P;
     test::TempDir dir;
-    test::LoadCohort(S, test::HandCohort());
+    test::LoadHandCohort(S, test::HandCohort());
     S.identity.DataFileBase = dir.file("c");
     S.options.OutputLevel = "Nooutput";
     StageStatsEngine e(S, P);

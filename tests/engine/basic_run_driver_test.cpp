@@ -5,19 +5,19 @@
 #include <filesystem>
 
 #include "engine/basic_run_driver.h"
-#include "engine/engine_cohort.h"
+#include "support/cohort.h"
+#include "support/fake_prompts.h"
 #include "support/test_support.h"
 
 namespace korvan {
 namespace {
 
-using test::ListPrompts;
 
 // The bundled example copied into a fresh folder, as "A1. Read data" leaves the store.
 struct Session {
   test::TempDir dir;
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   Session() {
     const std::string data = dir.file("mite.txt");
     std::filesystem::copy_file(std::string(KORVAN_EXAMPLES) + "/mite.txt", data);

@@ -3,26 +3,20 @@
 
 #include <cmath>
 
-#include "engine/engine_cohort.h"
+#include "support/cohort.h"
+#include "support/fake_prompts.h"
 #include "engine/life_table_engine.h"
 
 namespace korvan {
 namespace {
 
-using test::ListPrompts;
 using test::LoadCohort;
-using test::Member;
-
-// 1 F 2,3,4 (eggs 0,5,3,0); 2 M 2,2,3; 3 N 1,-2; 4 N -1.
-std::vector<Member> HandCohort() {
-  return {{"F", {2, 3, 4}, {0, 5, 3, 0}}, {"M", {2, 2, 3}, {}}, {"N", {1, -2}, {}}, {"N", {-1}, {}}};
-}
 
 TEST(StageStatistics, HandCohortInTheBasicRun) {
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   LifeTableEngine E(S, P);
-  LoadCohort(S, 3, HandCohort());
+  LoadCohort(S, 3, test::WalkCohort());
   E.Life01();
   E.Life02();
   const auto& L = S.ws.lifeTable;
@@ -82,9 +76,9 @@ TEST(StageStatistics, HandCohortInTheBasicRun) {
 
 TEST(StageStatistics, TimeUnitRuleAndValuesKeptWhereNothingIsComputed) {
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   LifeTableEngine E(S, P);
-  LoadCohort(S, 3, HandCohort());
+  LoadCohort(S, 3, test::WalkCohort());
   S.settings.TimeUnit = 0.3;  // a fraction: days are D / 3, squares (0.3 D)^2
   S.ws.lifeTable.TypeStageMean(2, 1) = 99;
   E.Life01();
@@ -126,7 +120,7 @@ TEST(StageStatistics, TimeUnitRuleAndValuesKeptWhereNothingIsComputed) {
 
 TEST(StageStatistics, FecundityOfFemalesWithoutEggsAndOfAReplicate) {
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   // Two females, one without eggs: all females 2 (mean 3), reproductive 1 (mean 6).
   LoadCohort(S, 2, {{"F", {1, 3}, {2, 4}}, {"F", {1, 2}, {}}});
@@ -156,7 +150,7 @@ TEST(StageStatistics, FecundityOfFemalesWithoutEggsAndOfAReplicate) {
 // leaves out the days an individual lived in the stage of its death.
 TEST(StageStatistics, LastAgeBeforeAndAfterTheLongevityStatistics) {
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   LoadCohort(S, 2, {{"N", {3, -5}, {}}, {"F", {1, 1}, {}}});
   E.Life01();

@@ -1,42 +1,28 @@
 // The walk of the cohort into n(x,j), g(x,j), d(x,j), and f(x,j), s(x,j) after it.
 #include <gtest/gtest.h>
 
-#include "engine/engine_cohort.h"
+#include "support/cohort.h"
+#include "support/fake_prompts.h"
 #include "engine/life_table_engine.h"
 
 namespace korvan {
 namespace {
 
-using test::ListPrompts;
 using test::LoadCohort;
-using test::Member;
-
-// Four individuals, stages S1, S2 and the adult stage (m = 3):
-//   1 F  2, 3, 4   eggs 0, 5, 3, 0 on adult days 1..4
-//   2 M  2, 2, 3
-//   3 N  1, -2     (dies after 2 days in S2)
-//   4 N  -1        (its only day is age 0)
-// Walked by hand, day by day:
-//   n(0,1)=4; n(1,1)=2, n(1,2)=1 (3 moved); n(2,2)=3 (1, 2 moved; 3 on its last day);
-//   n(3,2)=2; n(4,2)=1, n(4,male)=1 (2 emerged); n(5,F)=1 (1 emerged), n(5,male)=1;
-//   n(6,F)=1, n(6,male)=1; n(7,F)=1; n(8,F)=1.  LastAge = 9 - 1 = 8.
-//   g(0,1)=2/4, g(1,2)=1/1, g(2,2)=2/3, g(3,2)=1/2, g(4,male)=1, g(5,F)=g(6,F)=g(7,F)=1,
-//   g(5,male)=1.  d(0,1)=1/4, d(1,1)=2/2, d(4,2)=1/1 (to the female stage),
-//   d(3,3)=1/2 (to the male stage, kept on row m).
-//   Female eggs on the age axis: she became adult at age 5, so 0, 5, 3, 0 fall on 5..8.
-std::vector<Member> HandCohort() {
-  return {{"F", {2, 3, 4}, {0, 5, 3, 0}}, {"M", {2, 2, 3}, {}}, {"N", {1, -2}, {}}, {"N", {-1}, {}}};
-}
 
 struct Engine {
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   LifeTableEngine E{S, P};
 };
 
+// The walk cohort of support/cohort.h, by hand: g(0,1)=2/4, g(1,2)=1/1, g(2,2)=2/3,
+// g(3,2)=1/2, g(4,male)=1, g(5..7,F)=1, g(5,male)=1; d(0,1)=1/4, d(1,1)=2/2, d(4,2)=1/1 (to the
+// female stage), d(3,3)=1/2 (to the male stage, kept on row m). The female became adult at
+// age 5, so her eggs 0, 5, 3, 0 fall on ages 5..8.
 TEST(Walk, HandCohortGivesTheCountsAndTransitionsWorkedOutByHand) {
   Engine e;
-  LoadCohort(e.S, 3, HandCohort());
+  LoadCohort(e.S, 3, test::WalkCohort());
   e.E.Life01();
   e.E.Life03();
   const auto& T = e.S.ws.tables;
@@ -151,7 +137,7 @@ TEST(Walk, OneStageCohortOnlyWalksTheAdultStage) {
 
 TEST(Walk, RepeatedPassesStartFromClearedTablesAndAStageNobodyReachedKeepsItsRange) {
   Engine e;
-  LoadCohort(e.S, 3, HandCohort());
+  LoadCohort(e.S, 3, test::WalkCohort());
   e.E.Life01();
   e.E.Life03();
   // A second cohort with no male: the male stage keeps the range 4..6 of the first pass,
@@ -179,7 +165,7 @@ TEST(Walk, RepeatedPassesStartFromClearedTablesAndAStageNobodyReachedKeepsItsRan
 // entered from m-1 by d(x,m-1), male stage from m-1 by d(x,m)); every cell must come back to
 // n(x,j)/N. Checked on a cohort of 60 individuals made by a fixed rule.
 TEST(Walk, SurvivalRebuiltFromGrowthAndDevelopmentEqualsCountsOverN) {
-  std::vector<Member> members;
+  std::vector<test::Individual> members;
   unsigned seed = 12345;
   auto next = [&](int range) {
     seed = seed * 1103515245u + 12345u;
@@ -187,7 +173,7 @@ TEST(Walk, SurvivalRebuiltFromGrowthAndDevelopmentEqualsCountsOverN) {
   };
   const int m = 4;
   for (int i = 0; i < 60; ++i) {
-    Member mb;
+    test::Individual mb;
     const int fate = next(10);
     if (fate < 3) {  // dies in a preadult stage
       const int stage = 1 + next(m - 1);
@@ -199,12 +185,12 @@ TEST(Walk, SurvivalRebuiltFromGrowthAndDevelopmentEqualsCountsOverN) {
       mb.durations.push_back(1 + next(8));
       mb.sex = fate < 7 ? "F" : "M";
       if (mb.sex == "F")
-        for (int d = 0; d < mb.durations.back(); ++d) mb.fecundity.push_back(next(6));
+        for (int d = 0; d < mb.durations.back(); ++d) mb.eggs.push_back(next(6));
     }
     members.push_back(mb);
   }
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   LoadCohort(S, m, members);
   E.Life01();

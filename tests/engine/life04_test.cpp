@@ -1,7 +1,8 @@
 // Survival, mortality, l(x), median ages, stage rates and the replicate's results.
 #include <gtest/gtest.h>
 
-#include "engine/engine_cohort.h"
+#include "support/cohort.h"
+#include "support/fake_prompts.h"
 #include "engine/life_table_engine.h"
 #include "store/faults.h"
 #include "support/test_support.h"
@@ -9,20 +10,13 @@
 namespace korvan {
 namespace {
 
-using test::ListPrompts;
 using test::LoadCohort;
-using test::Member;
-
-// 1 F 2,3,4; 2 M 2,2,3; 3 N 1,-2; 4 N -1 (n(x,j) worked out in the walk's test).
-std::vector<Member> HandCohort() {
-  return {{"F", {2, 3, 4}, {0, 5, 3, 0}}, {"M", {2, 2, 3}, {}}, {"N", {1, -2}, {}}, {"N", {-1}, {}}};
-}
 
 struct EngineRun {
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   LifeTableEngine E{S, P};
-  explicit EngineRun(const std::vector<Member>& cohort, int m = 3) {
+  explicit EngineRun(const std::vector<test::Individual>& cohort, int m = 3) {
     LoadCohort(S, m, cohort);
     S.ws.run.IsResamplingFlag = "y";  // the computing steps only
   }
@@ -34,7 +28,7 @@ struct EngineRun {
 };
 
 TEST(Survival, HandCohortGivesPQMortalityAndLx) {
-  EngineRun r(HandCohort());
+  EngineRun r(test::WalkCohort());
   r.S.ws.run.IsResamplingFlag = "n";
   r.S.settings.SpecificAge = 4;
   r.E.Life01();
@@ -113,7 +107,7 @@ TEST(Survival, TwoStagesOfFemalesAndTheMedianInFractionalTimeUnits) {
 
 TEST(Survival, ReplicatesFileTheirResultsUnderTheirNumberAndSumLx) {
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   S.settings.SpecificAge = 1;
   S.settings.SpecificSurvival = 0.3;
@@ -168,7 +162,7 @@ TEST(Survival, AReplicateThatRunsOutOfIndividualsAsksWhetherToGoOn) {
     r.E.Life03();
   };
   {
-    EngineRun r(HandCohort());
+    EngineRun r(test::WalkCohort());
     make(r);
     r.P.answers = {"Yes"};
     r.E.Life04();
@@ -182,7 +176,7 @@ TEST(Survival, AReplicateThatRunsOutOfIndividualsAsksWhetherToGoOn) {
     EXPECT_EQ(r.S.lifeTable.BootLists().BootMedianAge(7), 0);
   }
   {
-    EngineRun r(HandCohort());
+    EngineRun r(test::WalkCohort());
     make(r);
     r.P.answers = {"No"};
     EXPECT_THROW(r.E.Life04(), ProgramEnd);
@@ -209,7 +203,7 @@ TEST(Survival, ACohortThatDiesOutInTheFirstStageEndsTheProgram) {
 // A Basic EngineRun's tables, numbered through the file, and the figure files by output level.
 TEST(Survival, BasicRunWritesTheTablesAndTheFigureFiles) {
   test::TempDir dir;
-  auto basic = [&](const std::vector<Member>& cohort, const std::string& level, const std::string& base) {
+  auto basic = [&](const std::vector<test::Individual>& cohort, const std::string& level, const std::string& base) {
     EngineRun r(cohort);
     r.S.ws.run.IsResamplingFlag = "n";
     r.S.options.OutputLevel = level;
@@ -220,7 +214,7 @@ TEST(Survival, BasicRunWritesTheTablesAndTheFigureFiles) {
     r.S.channels.MainOutput.Close();
     return test::ReadFile(dir.file(base + "_0A_Life Table_Output.txt"));
   };
-  const std::string main = basic(HandCohort(), "Yes", "a");
+  const std::string main = basic(test::WalkCohort(), "Yes", "a");
   // Tables follow each other with running numbers (there is no consumption table).
   const char* titles[] = {
       "Table 3 . Age-stage-specific survival - Actual number (Matrix N)",
@@ -270,7 +264,7 @@ TEST(Survival, BasicRunWritesTheTablesAndTheFigureFiles) {
   EXPECT_FALSE(std::filesystem::exists(dir.file("b_Fig_Gxj.txt")));
   EXPECT_TRUE(std::filesystem::exists(dir.file("b_1_Fig_Sxj.txt")));
   EXPECT_TRUE(std::filesystem::exists(dir.file("b_6_Fig_Pxj.txt")));
-  basic(HandCohort(), "Nooutput", "c");
+  basic(test::WalkCohort(), "Nooutput", "c");
   EXPECT_FALSE(std::filesystem::exists(dir.file("c_1_Fig_Sxj.txt")));
   EXPECT_FALSE(std::filesystem::exists(dir.file("c_3_Fig_Exj.txt")));
 }

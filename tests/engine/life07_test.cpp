@@ -3,18 +3,12 @@
 #include <filesystem>
 
 #include "engine/stage_statistics.h"
-#include "engine/stats_cohort.h"
+#include "support/cohort.h"
+#include "support/fake_prompts.h"
 #include "support/test_support.h"
 
 namespace korvan {
 namespace {
-
-class NoPrompts : public PromptService {
- public:
-  int MsgBox(const std::string&, const std::string&, int, int) override { return kOK; }
-  std::string InputBox(const std::string&, const std::string&, const std::string& d) override { return d; }
-  std::string ChooseFile(const std::string&) override { return ""; }
-};
 
 // A table of three ages: l(x) 1, 0.5, 0.25 and m(x) 0, 2, 4.
 void SmallTable(SessionStore& S, double tu) {
@@ -41,7 +35,7 @@ void SmallTable(SessionStore& S, double tu) {
 TEST(Life07, AgeSpecificFigureFileAndItsOutputLevel) {
   for (double tu : {1.0, 0.5}) {
     SessionStore S;
-    NoPrompts P;
+    test::OrderedPrompts P;
     test::TempDir dir;
     SmallTable(S, tu);
     S.identity.DataFileBase = dir.file("c");
@@ -55,7 +49,7 @@ TEST(Life07, AgeSpecificFigureFileAndItsOutputLevel) {
                   expected);
   }
   SessionStore S;
-  NoPrompts P;
+  test::OrderedPrompts P;
   test::TempDir dir;
   SmallTable(S, 1);
   S.identity.DataFileBase = dir.file("c");

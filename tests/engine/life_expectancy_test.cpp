@@ -1,27 +1,21 @@
 // Life expectancy e(x,j) and e(x), matrix E and its files.
 #include <gtest/gtest.h>
 
-#include "engine/engine_cohort.h"
+#include "support/cohort.h"
+#include "support/fake_prompts.h"
 #include "engine/life_table_engine.h"
 #include "support/test_support.h"
 
 namespace korvan {
 namespace {
 
-using test::ListPrompts;
 using test::LoadCohort;
-using test::Member;
-
-// 1 F 2,3,4; 2 M 2,2,3; 3 N 1,-2; 4 N -1.
-std::vector<Member> HandCohort() {
-  return {{"F", {2, 3, 4}, {0, 5, 3, 0}}, {"M", {2, 2, 3}, {}}, {"N", {1, -2}, {}}, {"N", {-1}, {}}};
-}
 
 struct EngineRun {
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   LifeTableEngine E{S, P};
-  EngineRun(const std::vector<Member>& cohort, int m, double tu = 1) {
+  EngineRun(const std::vector<test::Individual>& cohort, int m, double tu = 1) {
     LoadCohort(S, m, cohort);
     S.settings.TimeUnit = tu;
     S.ws.run.IsResamplingFlag = "y";
@@ -33,7 +27,7 @@ struct EngineRun {
 };
 
 TEST(LifeExpectancy, HandCohortCells) {
-  EngineRun r(HandCohort(), 3);
+  EngineRun r(test::WalkCohort(), 3);
   const auto& L = r.S.ws.lifeTable;
   // The female on her last day: one time unit. From her first adult day: 4.
   EXPECT_DOUBLE_EQ(L.Exj(8, 3), 1);
@@ -59,7 +53,7 @@ TEST(LifeExpectancy, HandCohortCells) {
 TEST(LifeExpectancy, FractionalTimeUnitsAndCellsWithoutIndividuals) {
   // With a time unit of 0.3 the values are divided by 3: 4 time units are 4/3 days.
   {
-    EngineRun r(HandCohort(), 3, 0.3);
+    EngineRun r(test::WalkCohort(), 3, 0.3);
     const auto& L = r.S.ws.lifeTable;
     EXPECT_DOUBLE_EQ(L.Exj(5, 3), 4.0 / 3);
     EXPECT_DOUBLE_EQ(L.Exj(8, 3), 1.0 / 3);
@@ -68,7 +62,7 @@ TEST(LifeExpectancy, FractionalTimeUnitsAndCellsWithoutIndividuals) {
   // Two females, adult at ages 2..3 and 6..7: the cells (4,2), (5,2) lie in the stage's range
   // without individuals and keep the former value; the scratch walk is cleared.
   SessionStore S;
-  ListPrompts P;
+  test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   LoadCohort(S, 2, {{"F", {2, 2}, {}}, {"F", {6, 2}, {}}});
   S.ws.run.IsResamplingFlag = "y";
@@ -85,7 +79,7 @@ TEST(LifeExpectancy, FractionalTimeUnitsAndCellsWithoutIndividuals) {
 
 TEST(LifeExpectancy, MatrixETableAndItsFigureFile) {
   test::TempDir dir;
-  EngineRun r(HandCohort(), 3);
+  EngineRun r(test::WalkCohort(), 3);
   auto& S = r.S;
   S.identity.DataFileBase = dir.file("c");
   S.channels.MainOutput.Open(dir.file("main.txt"));
@@ -128,7 +122,7 @@ TEST(LifeExpectancy, MatrixETableAndItsFigureFile) {
 
 TEST(LifeExpectancy, SubMatricesOfTheChosenCell) {
   test::TempDir dir;
-  EngineRun r(HandCohort(), 3);
+  EngineRun r(test::WalkCohort(), 3);
   auto& S = r.S;
   S.identity.DataFileBase = dir.file("c");
   S.ws.run.IsResamplingFlag = "n";

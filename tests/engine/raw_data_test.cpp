@@ -4,18 +4,12 @@
 #include <set>
 
 #include "engine/stage_statistics.h"
-#include "engine/stats_cohort.h"
+#include "support/cohort.h"
+#include "support/fake_prompts.h"
 #include "support/test_support.h"
 
 namespace korvan {
 namespace {
-
-class NoPrompts : public PromptService {
- public:
-  int MsgBox(const std::string&, const std::string&, int, int) override { return kOK; }
-  std::string InputBox(const std::string&, const std::string&, const std::string& d) override { return d; }
-  std::string ChooseFile(const std::string&) override { return ""; }
-};
 
 // n(x,j) laid out by hand from the durations: each individual spends its days in its stages in
 // turn, a male's adult days going to the row after the female's.
@@ -36,11 +30,11 @@ void FillNxj(SessionStore& S) {
 
 struct RawRun {
   SessionStore S;
-  NoPrompts P;
+  test::OrderedPrompts P;
   StageStatsEngine e{S, P};
   test::TempDir dir;
   RawRun(const std::string& outputLevel, double tu) {
-    test::LoadCohort(S, test::HandCohort(), tu);
+    test::LoadHandCohort(S, test::HandCohort(), tu);
     FillNxj(S);
     S.options.OutputLevel = outputLevel;
     S.identity.DataFileBase = dir.file("c");

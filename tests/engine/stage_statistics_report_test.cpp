@@ -5,22 +5,16 @@
 #include <vector>
 
 #include "engine/stage_statistics.h"
-#include "engine/stats_cohort.h"
+#include "support/cohort.h"
+#include "support/fake_prompts.h"
 #include "support/test_support.h"
 
 namespace korvan {
 namespace {
 
-class NoPrompts : public PromptService {
- public:
-  int MsgBox(const std::string&, const std::string&, int, int) override { return kOK; }
-  std::string InputBox(const std::string&, const std::string&, const std::string& d) override { return d; }
-  std::string ChooseFile(const std::string&) override { return ""; }
-};
-
 // Runs the statistics and their tables in the order of a Basic Run and returns the report.
 std::string Report(SessionStore& S, const test::TempDir& dir) {
-  NoPrompts P;
+  test::OrderedPrompts P;
   StageStatsEngine e(S, P);
   S.identity.DataFileBase = dir.file("cohort");
   S.channels.MainOutput.Open(dir.file("cohort_0A_Life Table_Output.txt"));
@@ -49,7 +43,7 @@ bool HasLine(const std::string& text, const std::string& line) {
 TEST(StageStatisticsReport, TablesFollowEachOtherNumberedWithPageMarks) {
   SessionStore S;
   test::TempDir dir;
-  test::LoadCohort(S, test::HandCohort(), 1);
+  test::LoadHandCohort(S);
   const std::string r = Report(S, dir);
   const char* heads[] = {
       "Table 1. Number of time units spent by each individual in each",
@@ -74,7 +68,7 @@ TEST(StageStatisticsReport, TablesFollowEachOtherNumberedWithPageMarks) {
 TEST(StageStatisticsReport, DurationsTableMarksDeathsAndClosesWithStatistics) {
   SessionStore S;
   test::TempDir dir;
-  test::LoadCohort(S, test::HandCohort(), 1);
+  test::LoadHandCohort(S);
   const std::string r = Report(S, dir);
   // Individual 5 died after 2 days as a larva; it has no preadult or adult time.
   EXPECT_TRUE(HasLine(r, " 5             2        d 2        -         -         -             4                N"));
@@ -94,7 +88,7 @@ TEST(StageStatisticsReport, ApopTableInWholeAndHalfTimeUnits) {
   {
     SessionStore S;
     test::TempDir dir;
-    test::LoadCohort(S, test::HandCohort(), 1);
+    test::LoadHandCohort(S);
     const std::string r = Report(S, dir);
     EXPECT_TRUE(HasLine(r, "     2           0         6 "));
     EXPECT_TRUE(HasLine(r, "Min              1         5 "));
@@ -104,7 +98,7 @@ TEST(StageStatisticsReport, ApopTableInWholeAndHalfTimeUnits) {
   {
     SessionStore S;
     test::TempDir dir;
-    test::LoadCohort(S, test::HandCohort(), 0.5);
+    test::LoadHandCohort(S, test::HandCohort(), 0.5);
     const std::string r = Report(S, dir);
     EXPECT_TRUE(HasLine(r, "     1           0.5       3 "));
     EXPECT_TRUE(HasLine(r, "     7           0.5       2.5 "));
@@ -116,7 +110,7 @@ TEST(StageStatisticsReport, ApopTableInWholeAndHalfTimeUnits) {
   {
     SessionStore S;
     test::TempDir dir;
-    test::LoadCohort(S, {{"M", {2, 2, 3}, {}}, {"N", {2, -1}, {}}});
+    test::LoadHandCohort(S, {{"M", {2, 2, 3}, {}}, {"N", {2, -1}, {}}});
     const std::string r = Report(S, dir);
     EXPECT_EQ(r.find("APOP"), std::string::npos);
   }
@@ -127,12 +121,12 @@ TEST(StageStatisticsReport, ApopTableInWholeAndHalfTimeUnits) {
 TEST(StageStatisticsReport, BasicStatisticsTable) {
   SessionStore S;
   test::TempDir dir;
-  test::LoadCohort(S, test::HandCohort(), 1);
+  test::LoadHandCohort(S);
   Report(S, dir);
   S.ws.params.PeakVxjAge = 6;
   S.ws.params.FirstVxjAge = 4;
   S.channels.MainOutput.Open(dir.file("life06.txt"));
-  NoPrompts P;
+  test::OrderedPrompts P;
   StageStatsEngine e(S, P);
   e.Life06();
   S.channels.MainOutput.Close();
@@ -168,7 +162,7 @@ TEST(StageStatisticsReport, BasicStatisticsTable) {
     EXPECT_TRUE(HasLine(r, line)) << line;
   // Without females there are no fecundity, APOP, TPOP or oviposition rows.
   SessionStore S2;
-  test::LoadCohort(S2, {{"M", {2, 2, 3}, {}}, {"N", {2, -1}, {}}});
+  test::LoadHandCohort(S2, {{"M", {2, 2, 3}, {}}, {"N", {2, -1}, {}}});
   Report(S2, dir);
   S2.channels.MainOutput.Open(dir.file("life06b.txt"));
   StageStatsEngine e2(S2, P);

@@ -3,34 +3,22 @@
 #include <cmath>
 
 #include "engine/stage_statistics.h"
-#include "engine/stats_cohort.h"
+#include "support/cohort.h"
+#include "support/fake_prompts.h"
 #include "input/data_file_reader.h"
 #include "support/test_support.h"
 
 namespace korvan {
 namespace {
 
-class NoPrompts : public PromptService {
- public:
-  int MsgBox(const std::string&, const std::string&, int, int) override { return kOK; }
-  std::string InputBox(const std::string&, const std::string&, const std::string& d) override { return d; }
-  std::string ChooseFile(const std::string&) override { return ""; }
-};
-
-// A folder for the files that a procedure writes beside the data file.
-struct TempDirHolder {
-  test::TempDir dir;
-  std::string base() const { return dir.file("cohort"); }
-};
-
 struct Fixture {
   SessionStore S;
-  NoPrompts P;
+  test::OrderedPrompts P;
   StageStatsEngine e{S, P};
-  explicit Fixture(double timeUnit) { test::LoadCohort(S, test::HandCohort(), timeUnit); }
+  explicit Fixture(double timeUnit) { test::LoadHandCohort(S, test::HandCohort(), timeUnit); }
 };
 
-// Hand cohort (stats_cohort.h), time unit 1.
+// Hand cohort (support/cohort.h), time unit 1.
 // Longevity (time units): 10 10 9 11 4 1 6; sum 51, sum of squares 455;
 //   mean 51/7 = 7.285714, variance (455 - 51*51/7)/6 = 13.904762.
 //   "N": 4 and 1: mean 2.5, variance (17 - 12.5)/1 = 4.5, min 1, max 4. "F": 10 10 9 6.
@@ -146,8 +134,8 @@ TEST(StageStatistics, FecundityOfFemalesByHand) {
 
 TEST(StageStatistics, TiedExtremesOfFecundityAreListedInOrder) {
   SessionStore S;
-  NoPrompts P;
-  test::LoadCohort(S, {{"F", {2, 2, 3}, {4, 4}}, {"F", {2, 2, 3}, {1, 1}}, {"F", {2, 2, 2}, {8}},
+  test::OrderedPrompts P;
+  test::LoadHandCohort(S, {{"F", {2, 2, 3}, {4, 4}}, {"F", {2, 2, 3}, {1, 1}}, {"F", {2, 2, 2}, {8}},
                        {"F", {2, 2, 3}, {2}}, {"F", {2, 2, 3}, {0, 0, 8}}});
   StageStatsEngine e(S, P);
   e.CountOvipositionDays();
@@ -181,8 +169,8 @@ TEST(StageStatistics, OvipositionDaysInEachTimeUnit) {
   }
   // With no female the step does nothing at all.
   SessionStore S;
-  NoPrompts P;
-  test::LoadCohort(S, {{"M", {2, 2, 3}, {}}, {"N", {-2}, {}}});
+  test::OrderedPrompts P;
+  test::LoadHandCohort(S, {{"M", {2, 2, 3}, {}}, {"N", {-2}, {}}});
   S.ws.stageStats.ReproductiveFemaleCount = 9;
   StageStatsEngine e(S, P);
   e.CountOvipositionDays();
@@ -218,8 +206,8 @@ TEST(StageStatistics, ApopAndTpopWithTheMinimumRule) {
 
   // A zero APOP met last stands as the minimum.
   SessionStore S;
-  NoPrompts P;
-  test::LoadCohort(S, {{"F", {2, 2, 3}, {0, 0, 4}}, {"F", {2, 2, 3}, {0, 4}}, {"F", {2, 2, 3}, {4}}});
+  test::OrderedPrompts P;
+  test::LoadHandCohort(S, {{"F", {2, 2, 3}, {0, 0, 4}}, {"F", {2, 2, 3}, {0, 4}}, {"F", {2, 2, 3}, {4}}});
   StageStatsEngine e(S, P);
   e.CountOvipositionDays();
   e.PreadultMean();
@@ -252,8 +240,8 @@ TEST(StageStatistics, ApopAndTpopInHalfDays) {
 // Days after the last egg: 10-9-1 = 0, 10-8-1 = 1, 6-5-1 = 0.
 TEST(StageStatistics, FecundityFromBirthAndOvipositionPeriod) {
   Fixture f(1);
-  TempDirHolder dir;
-  f.S.identity.DataFileBase = dir.base();
+  test::TempDir dir;
+  f.S.identity.DataFileBase = dir.file("cohort");
   f.e.CountOvipositionDays();
   f.e.PreadultMean();
   f.e.Life10();
@@ -287,8 +275,8 @@ TEST(StageStatistics, FecundityFromBirthAndOvipositionPeriod) {
 // (4.5 - 3 + 1)/2 = 1.25, (4 - 3 + 1)/2 = 1, (2.5 - 2.5 + 1)/2 = 0.5.
 TEST(StageStatistics, OvipositionPeriodInHalfDaysIsConvertedTwice) {
   Fixture f(0.5);
-  TempDirHolder dir;
-  f.S.identity.DataFileBase = dir.base();
+  test::TempDir dir;
+  f.S.identity.DataFileBase = dir.file("cohort");
   f.e.CountOvipositionDays();
   f.e.PreadultMean();
   f.e.AgeFecundityFromBirth();
@@ -306,8 +294,8 @@ TEST(StageStatistics, OvipositionPeriodInHalfDaysIsConvertedTwice) {
 // their means under the replicate's number.
 TEST(StageStatistics, ReplicateTwinsFileTheirMeansUnderBoot) {
   Fixture basic(1);
-  TempDirHolder dir;
-  basic.S.identity.DataFileBase = dir.base();
+  test::TempDir dir;
+  basic.S.identity.DataFileBase = dir.file("cohort");
   basic.e.CountOvipositionDays();
   basic.e.PreadultMean();
   basic.e.Life10();
@@ -346,7 +334,7 @@ TEST(StageStatistics, ReplicateTwinsFileTheirMeansUnderBoot) {
 // Run: female 3's list "-1" is padded to three days of no eggs, and the figures stand.
 TEST(StageStatistics, HandCohortReadFromItsDataFile) {
   SessionStore S;
-  NoPrompts P;
+  test::OrderedPrompts P;
   S.identity.DataFilePath = test::DataPath("stats_hand.txt");
   S.options.MatingMode = "Yes";
   S.header.RegularLifeTable = "Yes";

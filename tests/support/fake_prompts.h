@@ -86,4 +86,44 @@ class FakePrompts : public PromptService {
   std::map<std::string, std::deque<std::string>> answers_;
 };
 
+// Answers boxes and input boxes in the order given, whatever their titles; when none is
+// left, the default button or text. Every dialogue met is noted.
+class OrderedPrompts : public PromptService {
+ public:
+  std::deque<std::string> answers;  // "Yes", "No", "OK", "Cancel" or the text of an input box
+  std::vector<std::string> titles;
+  std::vector<std::string> texts;
+  std::vector<std::pair<std::string, std::string>> status;
+
+  int MsgBox(const std::string& text, const std::string& title, int buttons, int defaultButton) override {
+    titles.push_back(title);
+    texts.push_back(text);
+    const std::string a = Take();
+    if (a == "Yes") return kYes;
+    if (a == "No") return kNo;
+    if (a == "Cancel") return kCancel;
+    if (a == "OK") return kOK;
+    if (buttons == kYesNo || buttons == kYesNoCancel) return defaultButton == 2 ? kNo : kYes;
+    return kOK;
+  }
+  std::string InputBox(const std::string& text, const std::string& title, const std::string& def) override {
+    titles.push_back(title);
+    texts.push_back(text);
+    return answers.empty() ? def : Take();
+  }
+  std::string ChooseFile(const std::string& title) override {
+    titles.push_back(title);
+    return "";
+  }
+  void Status(const std::string& label, const std::string& text) override { status.emplace_back(label, text); }
+
+ private:
+  std::string Take() {
+    if (answers.empty()) return "";
+    std::string a = answers.front();
+    answers.pop_front();
+    return a;
+  }
+};
+
 }  // namespace korvan::test

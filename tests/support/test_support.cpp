@@ -32,6 +32,13 @@ void WriteFile(const std::string& path, const std::string& text) {
   out << text;
 }
 
+std::vector<std::string> Lines(const std::string& path) {
+  std::istringstream in(ReadFile(path));
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
 std::string DataPath(const std::string& name) { return std::string(KORVAN_TEST_DATA) + "/" + name; }
 
 }  // namespace korvan::test

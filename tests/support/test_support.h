@@ -2,6 +2,7 @@
 // Helpers shared by the tests: temporary folders, file contents, scripted dialogues.
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace korvan::test {
 
@@ -20,5 +21,7 @@ class TempDir {
 std::string ReadFile(const std::string& path);
 void WriteFile(const std::string& path, const std::string& text);
 std::string DataPath(const std::string& name);  // tests/data/<name>
+// The lines of a file, without their line ends.
+std::vector<std::string> Lines(const std::string& path);
 
 }  // namespace korvan::test
