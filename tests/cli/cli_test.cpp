@@ -157,8 +157,8 @@ TEST(CommandLine, FastRunAndTheRepeatOfItsTranscript) {
   ASSERT_EQ(again.code, 0) << again.err;
   EXPECT_EQ(again.err.find("answer not used"), std::string::npos) << again.err;
   EXPECT_EQ(LinesWithout(test::ReadFile(folder.file("second.answers")), {"#"}), LinesWithout(transcript, {"#"}));
-  EXPECT_EQ(LinesWithout(test::ReadFile(folder.file("mite_0A_Life Table_Output.txt")), {"Date:", "Time:"}),
-            LinesWithout(report, {"Date:", "Time:"}));
+  EXPECT_EQ(LinesWithout(test::ReadFile(folder.file("mite_0A_Life Table_Output.txt")), {"Date:", "Time:", "Time used"}),
+            LinesWithout(report, {"Date:", "Time:", "Time used"}));
 
   // A Fast Run closes A1 and A2 behind it.
   const CliResult twice = RunKorvan(folder, FastRunAnswers() + " A1 A2");
