@@ -26,10 +26,8 @@ inline std::vector<PoolIndividual> SmallCohort() {
   return c;
 }
 
-// A store after the Basic Run of a data file of these individuals (stages "S1".."S<m-1>").
-inline std::unique_ptr<SessionStore> BasicRunOf(const std::string& path, int m, const std::vector<PoolIndividual>& pool,
-                                                 PromptService& P) {
-  test::WriteFile(path, DataFileText(m, pool));
+// A store after the Fast Basic Run of a data file.
+inline std::unique_ptr<SessionStore> BasicRunOf(const std::string& path, PromptService& P) {
   auto S = std::make_unique<SessionStore>();
   S->StartUp();
   S->identity.DataFilePath = path;
@@ -40,6 +38,13 @@ inline std::unique_ptr<SessionStore> BasicRunOf(const std::string& path, int m, 
   S->options.OutputLevel = "No";
   BasicRunDriver(*S, P).cmdBasicRunA2_Click();
   return S;
+}
+
+// The same of a data file of these individuals (stages "S1".."S<m-1>").
+inline std::unique_ptr<SessionStore> BasicRunOf(const std::string& path, int m, const std::vector<PoolIndividual>& pool,
+                                                 PromptService& P) {
+  test::WriteFile(path, DataFileText(m, pool));
+  return BasicRunOf(path, P);
 }
 
 // The answers of a detailed run of B samples of size n with only effective samples or not.

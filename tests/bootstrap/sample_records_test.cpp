@@ -50,6 +50,15 @@ TEST(SampleRecords, RecordElevenRepeatsTheRunAndItsR0Column) {
   EXPECT_EQ(rec[10], "\"Net reproductive rate \",1");
   EXPECT_EQ(rec[rec.size() - 16], "\"Mean of R0\"");
 
+  // The life table of the median R0 sample, read back by a Basic Run, gives that sample's R0
+  // and r.
+  const long k = S->boot.sort.R0500Sample;
+  ListPrompts none;
+  const auto K = boottest::BasicRunOf(first.file("cohort_Kf_Life Table_0.5 R0-sample_" + std::to_string(k) + ".txt"), none);
+  EXPECT_EQ(K->ws.cohort.CohortSize, 24);
+  EXPECT_NEAR(K->params.R0_Basic, S->boot.BootR0(k), 1e-12);
+  EXPECT_NEAR(K->params.R_Basic, S->boot.BootR(k), 1e-9);
+
   // The same samples again, from the record: the R0 column holds the same values.
   test::TempDir second;
   ListPrompts Q;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "bootstrap/bootstrap_run_fixture.h"
 #include "comparison/paired_test.h"
 #include "support/fake_prompts.h"
 #include "support/test_support.h"
@@ -219,6 +220,48 @@ TEST(PairedBootTest, PooledFileOrdersByMeanAndNamesItsReport) {
   EXPECT_EQ(c.PairBeyondTwice(1, 2), 1);
   EXPECT_EQ(c.ReportName, dir.file("pool") + "_0_comparison-R0_result.txt");
   EXPECT_TRUE(Has(ReadFile(c.ReportName), " Project: Project "));
+}
+
+}  // namespace
+}  // namespace korvan
+
+namespace korvan {
+namespace {
+
+// Bootstraps of three cohorts that differ in their eggs, compared from the r column files
+// the bootstrap wrote: two of them, then all three.
+TEST(PairedBootTest, ColumnFilesOfBootstrapRunsCompare) {
+  TempDir dir;
+  std::vector<std::string> files;
+  std::vector<double> meanR;
+  for (double factor : {0.5, 1.0, 2.0}) {
+    auto cohort = boottest::SmallCohort();
+    for (auto& a : cohort)
+      for (double& e : a.eggs) e = std::round(e * factor);
+    const std::string name = "f" + std::to_string(files.size());
+    std::filesystem::create_directory(dir.file(name));
+    FakePrompts P;
+    auto S = boottest::BasicRunOf(dir.file(name + "/c.txt"), 3, cohort, P);
+    boottest::AnswerDetailedRun(P, 40, 24, true);
+    BootstrapDriver(*S, P).cmdBootstrap_Click();
+    files.push_back(dir.file(name + "/c_Effect Boot-A2a-r.txt"));
+    double sum = 0;
+    for (long k = 1; k <= 40; ++k) sum += S->boot.BootR(k);
+    meanR.push_back(sum / 40);
+  }
+  for (std::size_t n : {2u, 3u}) {
+    CommandRun run;
+    run.Command(dir, std::vector<std::string>(files.begin(), files.begin() + static_cast<long>(n)));
+    const auto& c = run.S.comparison;
+    ASSERT_EQ(c.TreatmentCount, static_cast<int>(n));
+    // The most eggs, the largest r: the last file read stands first.
+    for (std::size_t i = 1; i <= n; ++i) {
+      EXPECT_EQ(c.BootCount(static_cast<long>(i)), 40);
+      EXPECT_NEAR(c.BootMean(static_cast<long>(i)), meanR[n - i], 1e-12);
+    }
+    EXPECT_EQ(c.TreatmentN(1), 24);
+    EXPECT_TRUE(Has(run.report, " Number of treatments =" + PrintNumber(static_cast<double>(n))));
+  }
 }
 
 }  // namespace
