@@ -37,10 +37,6 @@ TEST(BasicRun, FastRunAsksNothingAndWritesTheMainOutputAndFigureFiles) {
   s.S.options.FastRun = "Yes";
   s.Run();
   EXPECT_TRUE(s.P.titles.empty()) << s.P.titles.front();
-  for (const char* f : {"_0A_Life Table_Output.txt", "_1_Fig_Sxj.txt", "_1a_Fig_Nxj.txt", "_3_Fig_Exj.txt",
-                        "_Fig_Gxj.txt", "_Fig_Dxj.txt", "_2b_Fig_Fxj.txt", "_Fig_Age_lx_Kx_qx.txt",
-                        "_6b_Fig_Uxj.txt", "_6a_Fig_Qxj.txt", "_6_Fig_Pxj.txt", "_1_Fig_Sx.txt"})
-    EXPECT_TRUE(s.Has(f)) << f;
   const std::string main = test::ReadFile(s.dir.file("mite_0A_Life Table_Output.txt"));
   EXPECT_NE(main.find("Age-stage-specific survival - Actual number (Matrix N)"), std::string::npos);
   EXPECT_NE(main.find("Age-stage specific life expectancy (matrix E)"), std::string::npos);
@@ -59,14 +55,12 @@ TEST(BasicRun, FastRunAsksNothingAndWritesTheMainOutputAndFigureFiles) {
   EXPECT_NEAR(s.S.ws.lifeTable.Exj(0, 1), s.S.ws.lifeTable.SumNxj / 100, 1e-9);
 
   // A second click writes only the raw-data files again; the tables stand.
-  const double n5 = T.Nxj(5, 2);
   s.S.ws.tables.Nxj(5, 2) = -7;
   std::filesystem::remove(s.dir.file("mite_1_Fig_Sxj.txt"));
   s.Run();
   EXPECT_EQ(T.Nxj(5, 2), -7);
   EXPECT_FALSE(s.Has("_1_Fig_Sxj.txt"));
   EXPECT_TRUE(s.P.titles.empty());
-  (void)n5;
 }
 
 TEST(BasicRun, DialoguesInTheirOrderAndTheSettingsTheyMake) {

@@ -12,10 +12,20 @@ namespace korvan {
 namespace {
 
 struct Fixture {
+  test::TempDir dir;
   SessionStore S;
   test::OrderedPrompts P;
   StageStatsEngine e{S, P};
-  explicit Fixture(double timeUnit) { test::LoadHandCohort(S, test::HandCohort(), timeUnit); }
+  explicit Fixture(double timeUnit, const std::vector<test::Individual>& cohort = test::HandCohort()) {
+    test::LoadHandCohort(S, cohort, timeUnit);
+    S.identity.DataFileBase = dir.file("cohort");
+  }
+  // The statistics of individuals in the Basic Run's order, as far as the later steps need.
+  void Statistics() {
+    e.CountOvipositionDays();
+    e.PreadultMean();
+    e.Life10();
+  }
 };
 
 // Hand cohort (support/cohort.h), time unit 1.
@@ -92,9 +102,7 @@ TEST(StageStatistics, DurationsInHalfDays) {
 //   (25 - 25/4)/3 = 6.25; t=2: 7/4; t=3: 11/3 (the peak, adult age 2); t=4: 0; t=5: 2.
 TEST(StageStatistics, FecundityOfFemalesByHand) {
   Fixture f(1);
-  f.e.CountOvipositionDays();
-  f.e.PreadultMean();
-  f.e.Life10();
+  f.Statistics();
   const auto& w = f.S.ws.stageStats;
   EXPECT_EQ(w.AdultFemaleCount, 4);
   EXPECT_NEAR(w.FecundityF.mean, 6.25, 1e-12);
@@ -133,17 +141,14 @@ TEST(StageStatistics, FecundityOfFemalesByHand) {
 }
 
 TEST(StageStatistics, TiedExtremesOfFecundityAreListedInOrder) {
-  SessionStore S;
-  test::OrderedPrompts P;
-  test::LoadHandCohort(S, {{"F", {2, 2, 3}, {4, 4}}, {"F", {2, 2, 3}, {1, 1}}, {"F", {2, 2, 2}, {8}},
-                       {"F", {2, 2, 3}, {2}}, {"F", {2, 2, 3}, {0, 0, 8}}});
-  StageStatsEngine e(S, P);
-  e.CountOvipositionDays();
-  e.Life10();
-  EXPECT_EQ(S.ws.stageStats.FecundityMaxList, "1,3,5");
-  EXPECT_EQ(S.ws.stageStats.FecundityMaxCount, 3);
-  EXPECT_EQ(S.ws.stageStats.FecundityMinList, "2,4");
-  EXPECT_EQ(S.ws.stageStats.FecundityMinCount, 2);
+  Fixture f(1, {{"F", {2, 2, 3}, {4, 4}}, {"F", {2, 2, 3}, {1, 1}}, {"F", {2, 2, 2}, {8}},
+               {"F", {2, 2, 3}, {2}}, {"F", {2, 2, 3}, {0, 0, 8}}});
+  f.Statistics();
+  const auto& w = f.S.ws.stageStats;
+  EXPECT_EQ(w.FecundityMaxList, "1,3,5");
+  EXPECT_EQ(w.FecundityMaxCount, 3);
+  EXPECT_EQ(w.FecundityMinList, "2,4");
+  EXPECT_EQ(w.FecundityMinCount, 2);
 }
 
 // Oviposition days 3 2 1 (female 3 has none): mean 2, variance 1, SE 1/sqrt(3).
@@ -168,14 +173,11 @@ TEST(StageStatistics, OvipositionDaysInEachTimeUnit) {
     EXPECT_NEAR(w.ReproductiveFraction, 3.0 / 7, 1e-12);
   }
   // With no female the step does nothing at all.
-  SessionStore S;
-  test::OrderedPrompts P;
-  test::LoadHandCohort(S, {{"M", {2, 2, 3}, {}}, {"N", {-2}, {}}});
-  S.ws.stageStats.ReproductiveFemaleCount = 9;
-  StageStatsEngine e(S, P);
-  e.CountOvipositionDays();
-  EXPECT_EQ(S.ws.stageStats.ReproductiveFemaleCount, 9);
-  EXPECT_EQ(S.ws.stageStats.NoOviDaysFlag, "");
+  Fixture none(1, {{"M", {2, 2, 3}, {}}, {"N", {-2}, {}}});
+  none.S.ws.stageStats.ReproductiveFemaleCount = 9;
+  none.e.CountOvipositionDays();
+  EXPECT_EQ(none.S.ws.stageStats.ReproductiveFemaleCount, 9);
+  EXPECT_EQ(none.S.ws.stageStats.NoOviDaysFlag, "");
 }
 
 // First eggs at adult day 2, 1 and 2 (females 1, 2, 7), preadult 5, 6, 4.
@@ -183,9 +185,7 @@ TEST(StageStatistics, OvipositionDaysInEachTimeUnit) {
 // TPOP 6 6 5: mean 17/3, variance (97 - 289/3)/2 = 1/3, minimum 5.
 TEST(StageStatistics, ApopAndTpopWithTheMinimumRule) {
   Fixture f(1);
-  f.e.CountOvipositionDays();
-  f.e.PreadultMean();
-  f.e.Life10();
+  f.Statistics();
   f.e.APOPandTPOP();
   const auto& w = f.S.ws.stageStats;
   EXPECT_EQ(w.ReproductiveFemaleCount, 3);
@@ -205,24 +205,17 @@ TEST(StageStatistics, ApopAndTpopWithTheMinimumRule) {
   EXPECT_NEAR(f.S.stageStats.TpopBasic, 17.0 / 3, 1e-12);
 
   // A zero APOP met last stands as the minimum.
-  SessionStore S;
-  test::OrderedPrompts P;
-  test::LoadHandCohort(S, {{"F", {2, 2, 3}, {0, 0, 4}}, {"F", {2, 2, 3}, {0, 4}}, {"F", {2, 2, 3}, {4}}});
-  StageStatsEngine e(S, P);
-  e.CountOvipositionDays();
-  e.PreadultMean();
-  e.Life10();
-  e.APOPandTPOP();
-  EXPECT_EQ(S.ws.stageStats.ApopStat.minimum, 0);
-  EXPECT_EQ(S.ws.stageStats.ApopStat.maximum, 2);
+  Fixture last(1, {{"F", {2, 2, 3}, {0, 0, 4}}, {"F", {2, 2, 3}, {0, 4}}, {"F", {2, 2, 3}, {4}}});
+  last.Statistics();
+  last.e.APOPandTPOP();
+  EXPECT_EQ(last.S.ws.stageStats.ApopStat.minimum, 0);
+  EXPECT_EQ(last.S.ws.stageStats.ApopStat.maximum, 2);
 }
 
 // Time unit 0.5: APOP 0.5 0 0.5 (minimum 0.5), TPOP 3 3 2.5.
 TEST(StageStatistics, ApopAndTpopInHalfDays) {
   Fixture f(0.5);
-  f.e.CountOvipositionDays();
-  f.e.PreadultMean();
-  f.e.Life10();
+  f.Statistics();
   f.e.APOPandTPOP();
   const auto& w = f.S.ws.stageStats;
   EXPECT_NEAR(w.ApopStat.mean, 1.0 / 3, 1e-12);
@@ -240,11 +233,7 @@ TEST(StageStatistics, ApopAndTpopInHalfDays) {
 // Days after the last egg: 10-9-1 = 0, 10-8-1 = 1, 6-5-1 = 0.
 TEST(StageStatistics, FecundityFromBirthAndOvipositionPeriod) {
   Fixture f(1);
-  test::TempDir dir;
-  f.S.identity.DataFileBase = dir.file("cohort");
-  f.e.CountOvipositionDays();
-  f.e.PreadultMean();
-  f.e.Life10();
+  f.Statistics();
   f.e.AgeFecundityFromBirth();
   f.e.CountOvipositionPeriod();
   const auto& w = f.S.ws.stageStats;
@@ -275,8 +264,6 @@ TEST(StageStatistics, FecundityFromBirthAndOvipositionPeriod) {
 // (4.5 - 3 + 1)/2 = 1.25, (4 - 3 + 1)/2 = 1, (2.5 - 2.5 + 1)/2 = 0.5.
 TEST(StageStatistics, OvipositionPeriodInHalfDaysIsConvertedTwice) {
   Fixture f(0.5);
-  test::TempDir dir;
-  f.S.identity.DataFileBase = dir.file("cohort");
   f.e.CountOvipositionDays();
   f.e.PreadultMean();
   f.e.AgeFecundityFromBirth();
@@ -294,11 +281,7 @@ TEST(StageStatistics, OvipositionPeriodInHalfDaysIsConvertedTwice) {
 // their means under the replicate's number.
 TEST(StageStatistics, ReplicateTwinsFileTheirMeansUnderBoot) {
   Fixture basic(1);
-  test::TempDir dir;
-  basic.S.identity.DataFileBase = dir.file("cohort");
-  basic.e.CountOvipositionDays();
-  basic.e.PreadultMean();
-  basic.e.Life10();
+  basic.Statistics();
   basic.e.AgeFecundityFromBirth();
   basic.e.CountOvipositionPeriod();
   basic.e.APOPandTPOP();
@@ -328,30 +311,6 @@ TEST(StageStatistics, ReplicateTwinsFileTheirMeansUnderBoot) {
   // The twin leaves "M" and "N" out of the living.
   EXPECT_EQ(rep.S.ws.stageStats.AliveAtAge(0), 4);
   EXPECT_EQ(basic.S.ws.stageStats.AliveAtAge(0), 7);
-}
-
-// The same cohort as a data file (tests/data/stats_hand.txt), read by the reader of a Basic
-// Run: female 3's list "-1" is padded to three days of no eggs, and the figures stand.
-TEST(StageStatistics, HandCohortReadFromItsDataFile) {
-  SessionStore S;
-  test::OrderedPrompts P;
-  S.identity.DataFilePath = test::DataPath("stats_hand.txt");
-  S.options.MatingMode = "Yes";
-  S.header.RegularLifeTable = "Yes";
-  DataFileReader(S, P).InputData();
-  S.ws.tables.LastAge = S.ws.cohort.MaxLongevity - 1;
-  StageStatsEngine e(S, P);
-  e.CountOvipositionDays();
-  e.PreadultMean();
-  e.Life10();
-  e.APOPandTPOP();
-  const auto& w = S.ws.stageStats;
-  EXPECT_EQ(S.ws.cohort.MaxLongevity, 11);
-  EXPECT_NEAR(w.LongevityAll.mean, 51.0 / 7, 1e-12);
-  EXPECT_NEAR(w.FecundityF.mean, 6.25, 1e-12);
-  EXPECT_EQ(w.OviUnits(3), 0);
-  EXPECT_NEAR(w.TpopStat.mean, 17.0 / 3, 1e-12);
-  EXPECT_EQ(w.ApopStat.minimum, 1);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "input/data_file_reader.h"
 #include "store/session_store.h"
+#include "support/fake_prompts.h"
 #include "support/test_support.h"
 
 namespace korvan {
@@ -13,23 +14,10 @@ using test::DataPath;
 using test::TempDir;
 using test::WriteFile;
 
-// The readers ask nothing: any dialogue is a fault of the test.
-class NoPrompts : public PromptService {
- public:
-  int MsgBox(const std::string& text, const std::string&, int, int) override {
-    ADD_FAILURE() << "unexpected dialogue: " << text;
-    return kOK;
-  }
-  std::string InputBox(const std::string& text, const std::string&, const std::string&) override {
-    ADD_FAILURE() << "unexpected dialogue: " << text;
-    return "";
-  }
-  std::string ChooseFile(const std::string&) override { return ""; }
-};
-
+// The readers ask nothing: a dialogue throws, which fails the test.
 struct Session {
   SessionStore S;
-  NoPrompts P;
+  test::FakePrompts P;
   DataFileReader reader{S, P};
   Cohort& c = S.ws.cohort;
   CohortHeader& h = S.header;
