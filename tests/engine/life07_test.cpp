@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <filesystem>
 
 #include "engine/stage_statistics.h"
@@ -57,6 +58,27 @@ TEST(Life07, AgeSpecificFigureFileAndItsOutputLevel) {
   StageStatsEngine e(S, P);
   e.Life07();
   EXPECT_TRUE(std::filesystem::is_empty(dir.path()));
+}
+
+}  // namespace
+}  // namespace korvan
+
+namespace korvan {
+namespace {
+
+// A run that began an hour "later" on the clock went past midnight: 23 hours.
+TEST(Life08, ElapsedTimePastMidnight) {
+  SessionStore S;
+  test::OrderedPrompts P;
+  const std::time_t now = std::time(nullptr);
+  std::tm tm{};
+  localtime_r(&now, &tm);
+  S.identity.RunStartHour = (tm.tm_hour + 1) % 24;
+  S.identity.RunStartMinute = tm.tm_min;
+  S.identity.RunStartSecond = tm.tm_sec;
+  StageStatsEngine(S, P).Life08();
+  EXPECT_EQ(S.stageStats.ElapsedHours, 23);
+  EXPECT_EQ(S.stageStats.ElapsedMinutes, 0);
 }
 
 }  // namespace
