@@ -266,6 +266,33 @@ TEST(Survival, BasicRunWritesTheTablesAndTheFigureFiles) {
   EXPECT_NE(noFemale.find("(Matrix U)"), std::string::npos);
 }
 
+// Rearing costs 1, 2, 3 (female) and 5 (male) per day: the walk cohort lives 6, 7, 4 and 3
+// days in these stages, so the study cost 6 + 14 + 12 + 15 = 47; the extra cost is overwritten
+// at each cell and ends at the last male cell, s(6,male) = 1/4: 47 + 5/4.
+TEST(Survival, RearingCostsOfTheCohortInTheTablesAndTheFigureFile) {
+  test::TempDir dir;
+  EngineRun r(test::WalkCohort());
+  auto& H = r.S.header;
+  H.RegularLifeTable = "No";
+  H.StageRearingCost(1, 1) = 1;
+  H.StageRearingCost(1, 2) = 2;
+  H.StageRearingCost(1, 3) = 3;
+  H.StageRearingCost(2, 3) = 5;
+  r.S.ws.run.IsResamplingFlag = "n";
+  r.S.identity.DataFileBase = dir.file("c");
+  r.S.channels.MainOutput.Open(dir.file("main.txt"));
+  r.Engine();
+  r.S.channels.MainOutput.Close();
+  EXPECT_DOUBLE_EQ(r.S.ws.lifeTable.CohortCost, 47);
+  EXPECT_DOUBLE_EQ(r.S.ws.lifeTable.CostExtra, 48.25);
+  const std::string main = test::ReadFile(dir.file("main.txt"));
+  EXPECT_NE(main.find("Sum[LTC(x,j)]=  47 . This is the cost of this life table study."), std::string::npos);
+  EXPECT_NE(main.find("Sum[LTC(x,j)]/ 4 =  11.75 . It is the cost of one individual."), std::string::npos);
+  EXPECT_NE(main.find("Rearing cost of each age-stage interval (Matrix RC)"), std::string::npos);
+  // RC(x,j) = s(x,j) times the stage's cost: at age 4, S2 1/4 * 2 and the male 1/4 * 5.
+  EXPECT_NE(test::ReadFile(dir.file("c_1a_Fig_RCxj.txt")).find("\n4,0,0.5,0,1.25\n"), std::string::npos);
+}
+
 TEST(LifeExpectancy, HandCohortCells) {
   EngineRun r(test::WalkCohort(), 3);
   r.Expectancy();
