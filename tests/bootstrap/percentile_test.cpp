@@ -89,6 +89,7 @@ TEST(Percentiles, LambdaSamplesLifeTablesAndRecords) {
     R.BootR0(b) = b;
     R.BootR(b) = 0.01 * b;
   }
+  R.BootR0(3) = 0;  // the smallest R0: the 0.025 sample of R0 (index 1)
   R.PercentileTables025975 = "Yes";
   R.PercentileTables15 = "Yes";
   R.BootFastRun = "Yes";
@@ -100,6 +101,12 @@ TEST(Percentiles, LambdaSamplesLifeTablesAndRecords) {
   EXPECT_EQ(s.PercentileSample(3), 35);  // 0.15866 * 40 = 6.35: index 6
   EXPECT_EQ(s.Percentile100Sample(50), 21);
   EXPECT_EQ(test::Lines(dir.file("t_J2a_Boot_Sorted lambda.txt")).size(), 3u + 1 + 40);
+  // An R0 of 0 at the 0.025 percentile: no rates, yet its life table is written.
+  EXPECT_EQ(s.R0025Sample, 3);
+  EXPECT_TRUE(std::filesystem::exists(dir.file("t_Kf_Life Table_0.025 R0-sample_3.txt")));
+  EXPECT_NE(test::ReadFile(dir.file("t_J1c_Boot_0.025 and 0.975 percentile-R0.txt"))
+                .find("Because the 0.025 percentile of Ro is zero, intrinsic rate and finite rate do not exist."),
+            std::string::npos);
   const auto all = test::Lines(dir.file("t_0Aa_All spec boot percentile sample.txt"));
   ASSERT_EQ(all.size(), 15u);
   EXPECT_EQ(all[0], "\"Percentile \",0.025,40,40");
