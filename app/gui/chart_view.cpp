@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScatterSeries>
 #include <QSet>
 #include <QValueAxis>
 #include <algorithm>
@@ -93,8 +94,18 @@ ChartView::ChartView(QWidget* parent) : QChartView(parent) {
 void ChartView::SetPanel(const ChartPanel& p) {
   panel_ = p;
   auto* chart = new QChart;
+  // A long line of the title is broken between words: the chart would cut it short.
   QStringList lines;
-  for (const auto& line : p.title) lines << Q(line).toHtmlEscaped();
+  for (const auto& line : p.title) {
+    QString rest = Q(line);
+    while (rest.size() > 90) {
+      int cut = rest.lastIndexOf(' ', 90);
+      if (cut <= 0) cut = 90;
+      lines << rest.left(cut).toHtmlEscaped();
+      rest = rest.mid(cut).trimmed();
+    }
+    lines << rest.toHtmlEscaped();
+  }
   chart->setTitle(lines.join("<br>"));
   chart->setTitleFont(FontOf(p.titleFont));
   chart->legend()->setVisible(p.legend && !p.series.empty());
@@ -131,6 +142,35 @@ void ChartView::SetPanel(const ChartPanel& p) {
       chart->addAxis(yAxis, Qt::AlignLeft);
       bars->attachAxis(xAxis);
       bars->attachAxis(yAxis);
+    } else if (!p.xValues.empty()) {
+      // A scale of numbers: observed points and the fitted line.
+      auto* axis = new QValueAxis;
+      const auto [lo, hi] = std::minmax_element(p.xValues.begin(), p.xValues.end());
+      axis->setRange(*lo, *hi > *lo ? *hi : *lo + 1);
+      axis->applyNiceNumbers();
+      xAxis = axis;
+      chart->addAxis(xAxis, Qt::AlignBottom);
+      chart->addAxis(yAxis, Qt::AlignLeft);
+      for (const auto& s : p.series) {
+        QXYSeries* xy = nullptr;
+        if (s.markers) {
+          auto* points = new QScatterSeries;
+          points->setMarkerSize(8);
+          xy = points;
+        } else {
+          xy = new QLineSeries;
+        }
+        xy->setName(Q(s.label));
+        for (std::size_t i = 0; i < p.xValues.size() && i < s.values.size(); ++i) xy->append(p.xValues[i], s.values[i]);
+        chart->addSeries(xy);
+        QPen pen = xy->pen();
+        pen.setColor(SeriesColour(static_cast<std::size_t>(chart->series().size() - 1)));
+        pen.setWidth(s.lineWidth);
+        xy->setPen(pen);
+        if (s.markers) xy->setBrush(pen.color());
+        xy->attachAxis(xAxis);
+        xy->attachAxis(yAxis);
+      }
     } else {
       xAxis = RowAxis(p);
       chart->addAxis(xAxis, Qt::AlignBottom);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -26,6 +27,7 @@
 #include "store/limits.h"
 #include "ui/answer_book.h"
 #include "ui/chart_figures.h"
+#include "ui/chart_regression.h"
 #include "ui/command_handlers.h"
 #include "ui/console_display.h"
 #include "ui/console_texts.h"
@@ -314,6 +316,10 @@ bool ConsoleWindow::Press(const std::string& control) {
     ShowGraphCommand(*command);
     return true;
   }
+  if (command->control == "showBootandJackResult") {
+    ShowBootResultForm();
+    return true;
+  }
   if (!IsCommandBuilt(command->control)) {
     Note(Q(command->caption) + ": not available yet");
     return false;
@@ -445,8 +451,44 @@ void ConsoleWindow::Note(const QString& text) {
 
 void ConsoleWindow::ShowGraphCommand(const CommandInfo& command) {
   const std::string figure = FigureOfCommand(command.control, mainChart_->Panel().figure);
-  mainChart_->SetPanel(BuildFigure(*store_, figure));
+  try {
+    // A regression also leaves its data beside the data file.
+    if (!RegressionFigureOfCommand(command.control).empty()) WriteFecundityRegressionFile(*store_, figure);
+    mainChart_->SetPanel(BuildFigure(*store_, figure));
+  } catch (const ProgramEnd& e) {
+    ShowFault({Outcome::Fault, e.title, e.message});
+    return;
+  } catch (const std::exception& e) {
+    ShowFault({Outcome::Fault, store_->identity.ProgramName, e.what()});
+    return;
+  }
   chartTabs_->setCurrentWidget(mainChart_);
+}
+
+void ConsoleWindow::ShowBootResultForm() {
+  const BootResultForm form = JackBootForm(*store_);
+  auto* dialog = new QDialog(this);
+  dialog->setObjectName("JackBootform");
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setWindowTitle(Q(form.caption));
+  auto* grid = new QGridLayout(dialog);
+  grid->addWidget(new QLabel("Mean"), 0, 1);
+  grid->addWidget(new QLabel("SE"), 0, 2);
+  int row = 1;
+  for (const auto& r : form.rows) {
+    grid->addWidget(new QLabel(Q(r.name)), row, 0);
+    for (int column = 1; column <= 2; ++column) {
+      auto* box = new QLineEdit(Q(column == 1 ? r.mean : r.se));
+      box->setReadOnly(true);
+      box->setObjectName(Q(r.name + (column == 1 ? "Mean" : "SE")));
+      grid->addWidget(box, row, column);
+    }
+    ++row;
+  }
+  auto* close = new QPushButton("Close");
+  connect(close, &QPushButton::clicked, dialog, &QDialog::close);
+  grid->addWidget(close, row, 2);
+  dialog->show();
 }
 
 void ConsoleWindow::OpenLargeGraph() {

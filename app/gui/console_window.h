@@ -89,6 +89,8 @@ class ConsoleWindow : public QMainWindow, private ConsoleSink {
   void NextScriptStep();
   void ShowGraphCommand(const CommandInfo& command);
   void OpenLargeGraph();
+  // The form of bootstrap results: mean and SE of r, lambda, R0, T, GRR.
+  void ShowBootResultForm();
   void MainChartClicked();
   // Enables the buttons and shows the frames as the session's console state says; while a
   // command runs every command stays closed.

@@ -4,6 +4,8 @@
 #include <array>
 #include <functional>
 
+#include "ui/chart_regression.h"
+
 namespace korvan {
 
 namespace {
@@ -187,6 +189,8 @@ constexpr std::array kFigures = {
     NamedFigure{"ShowBootLx", ShowBootLx},   NamedFigure{"ShowBootLxCI", ShowBootLxCI},
     NamedFigure{"ShowBootMx", ShowBootMx},   NamedFigure{"ShowBootMxCI", ShowBootMxCI},
     NamedFigure{"ShowFreqR0", ShowFreqR0},   NamedFigure{"ShowFreqr", ShowFreqr},
+    NamedFigure{"ShowFRegOnTotalLong", ShowFRegOnTotalLong}, NamedFigure{"ShowFRegOnAdultLong", ShowFRegOnAdultLong},
+    NamedFigure{"ShowFRegOnOviDays", ShowFRegOnOviDays},
 };
 
 constexpr std::array<std::string_view, 15> kLargeGraph = {
@@ -235,7 +239,7 @@ std::string FigureOfCommand(std::string_view control, const std::string& shown) 
   if (control == "cmdShowTailedRo") return "ShowTailedR0";
   if (control == "cmdBootLx") return shown == "ShowBootLx" ? "ShowBootLxCI" : "ShowBootLx";
   if (control == "cmdBootMx") return shown == "ShowBootMx" ? "ShowBootMxCI" : "ShowBootMx";
-  return "";
+  return RegressionFigureOfCommand(control);
 }
 
 }  // namespace korvan

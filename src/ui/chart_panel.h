@@ -28,6 +28,7 @@ struct ChartSeries {
   std::string label;
   int lineWidth = 1;
   std::vector<double> values;  // one per row
+  bool markers = false;        // points only, no line (observed values of a regression)
 };
 
 struct ChartPanel {
@@ -41,6 +42,9 @@ struct ChartPanel {
   ChartAxis x, y;
   std::vector<std::string> rowLabels;
   std::vector<ChartSeries> series;
+  // The X value of each row when the X axis is a scale of numbers (a regression); empty when
+  // the rows are spaced evenly under their labels.
+  std::vector<double> xValues;
 
   int Rows() const { return static_cast<int>(rowLabels.size()); }
   int Columns() const { return static_cast<int>(series.size()); }

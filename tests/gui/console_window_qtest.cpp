@@ -4,12 +4,14 @@
 // a bootstrap during which the window keeps turning; a fault that ends the program.
 #include <QAbstractButton>
 #include <QChart>
+#include <QDialog>
 #include <QFile>
 #include <QGroupBox>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLineSeries>
+#include <QScatterSeries>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
@@ -196,6 +198,11 @@ void ConsoleWindowTest::basicRunFillsTheResultsAndDrawsTheSurvivalChart() {
   QTest::mouseClick(Button(w, "Command3"), Qt::LeftButton);
   QCOMPARE(w.MainChart()->Panel().figure, std::string("ShowLx"));
   QCOMPARE(static_cast<int>(w.MainChart()->chart()->series().size()), 1);
+  // A regression of fecundity: the females' points and the fitted line, its data in a file.
+  QTest::mouseClick(Button(w, "cmdShowFvsTotalLong"), Qt::LeftButton);
+  QCOMPARE(w.MainChart()->Panel().figure, std::string("ShowFRegOnTotalLong"));
+  QVERIFY(qobject_cast<QScatterSeries*>(w.MainChart()->chart()->series().at(0)));
+  QVERIFY(QFile::exists(dir.filePath("mite_G_Total longevity and fecundity.txt")));
   // The large graph opens on s(x,j), bigger.
   QTest::mouseClick(Button(w, "Command4"), Qt::LeftButton);
   QVERIFY(w.LargeGraphWindow() && w.LargeGraphWindow()->isVisible());
@@ -307,6 +314,17 @@ void ConsoleWindowTest::bootstrapKeepsTheWindowTurning() {
   QCOMPARE(w.MainChart()->Panel().figure, std::string("ShowBootLx"));
   QTest::mouseClick(Button(w, "cmdBootLx"), Qt::LeftButton);
   QCOMPARE(w.MainChart()->Panel().figure, std::string("ShowBootLxCI"));
+
+  // "Boot result": the means and SEs of the run, rounded.
+  QTest::mouseClick(Button(w, "showBootandJackResult"), Qt::LeftButton);
+  auto* form = w.findChild<QDialog*>("JackBootform");
+  QVERIFY(form && form->isVisible());
+  QCOMPARE(form->windowTitle(), QString("Bootstrap results (Bootstrap number B: 300)"));
+  const auto& boot = w.Store().boot;
+  QCOMPARE(form->findChild<QLineEdit*>("R0Mean")->text().toStdString(),
+           korvan::FullPrecision(korvan::RoundDisplay(boot.R0.mean, 4)));
+  QCOMPARE(form->findChild<QLineEdit*>("TSE")->text().toStdString(),
+           korvan::FullPrecision(korvan::RoundDisplay(boot.T.se, 2)));
 }
 
 void ConsoleWindowTest::faultShowsItsBoxAndEndsTheProgram() {
