@@ -223,6 +223,12 @@ QWidget* ConsoleWindow::BuildCharts() {
   chartTabs_->addTab(mainChart_, "Figures");
   chartTabs_->addTab(freqChart_, "Frequency");
   connect(mainChart_, &ChartView::clicked, this, &ConsoleWindow::MainChartClicked);
+  freqChart_->setToolTip("Click the chart to see the frequency of R0 or of r");
+  connect(freqChart_, &ChartView::clicked, this, [this] {
+    if (running_) return;
+    const std::string figure = FrequencyClickFigure(*store_, freqChart_->Panel().figure);
+    if (!figure.empty()) freqChart_->SetPanel(BuildFigure(*store_, figure));
+  });
 
   auto* area = new QWidget;
   auto* layout = new QVBoxLayout(area);
@@ -250,6 +256,7 @@ QWidget* ConsoleWindow::BuildRunStatus() {
     label->setObjectName(name);
     label->setWordWrap(true);
     label->setMinimumHeight(36);
+    if (std::string_view(name) == "lblBootMsg") label->setStyleSheet("font-size: 12pt; font-weight: bold; color: #800000;");
     labels_[name] = label;
     layout->addWidget(label, 0, column++);
   }

@@ -229,6 +229,11 @@ std::string ChartClickFigure(const SessionStore& S, const std::string& shown, in
   return std::string(kClickCycle[static_cast<std::size_t>(counter)]);
 }
 
+std::string FrequencyClickFigure(const SessionStore& S, const std::string& shown) {
+  if (S.boot.BootstrapCompleted != "yes") return "";
+  return shown == "ShowFreqR0" ? "ShowFreqr" : "ShowFreqR0";
+}
+
 std::string FigureOfCommand(std::string_view control, const std::string& shown) {
   if (control == "Command3") return "ShowLx";
   if (control == "Command5") return "ShowMx";

@@ -60,6 +60,10 @@ std::span<const std::string_view> LargeGraphFigures();
 // run, after a bootstrap, at position 13 of the cycle.
 std::string ChartClickFigure(const SessionStore& S, const std::string& shown, int& counter);
 
+// The figure the console's frequency chart shows on a click: R0 and r in turn, once a
+// bootstrap has ended; empty before.
+std::string FrequencyClickFigure(const SessionStore& S, const std::string& shown);
+
 // The figure a graph command of the console shows, given the figure shown now (a second press
 // of a band command shows its confidence form); empty for a command that shows no figure here.
 std::string FigureOfCommand(std::string_view control, const std::string& shown);

@@ -1,8 +1,5 @@
 #include "ui/chart_panel.h"
 
-#include <cmath>
-#include <cstdio>
-
 #include "text/numbers.h"
 
 namespace korvan {
@@ -31,23 +28,6 @@ std::string AgeRowLabel(int a, double timeUnit) {
   else if (timeUnit == 0.25) days = a / 4.0;
   else if (timeUnit == 0.5) days = a / 2.0;
   return FullPrecision(CIntValue(days));
-}
-
-std::string ChartText(const ChartPanel& panel) {
-  std::string text = panel.TitleText() + "\n";
-  text += "X: " + panel.x.title + "; Y: " + panel.y.title + "\n";
-  text += panel.x.title.empty() ? std::string("Row") : panel.x.title;
-  for (const auto& s : panel.series) text += "," + s.label;
-  text += '\n';
-  for (int r = 0; r < panel.Rows(); ++r) {
-    text += panel.rowLabels[static_cast<std::size_t>(r)];
-    for (const auto& s : panel.series) {
-      const double v = static_cast<std::size_t>(r) < s.values.size() ? s.values[static_cast<std::size_t>(r)] : 0;
-      text += "," + FullPrecision(v);
-    }
-    text += '\n';
-  }
-  return text;
 }
 
 }  // namespace korvan

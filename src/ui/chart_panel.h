@@ -60,7 +60,4 @@ struct ChartPanel {
 // for the exact time units 0.3, 0.16, 0.2, 0.25, 0.5, else a itself; a whole number.
 std::string AgeRowLabel(int a, double timeUnit);
 
-// Plain-text form of a panel (title, axes, one line per row): what "Copy" and the tests read.
-std::string ChartText(const ChartPanel& panel);
-
 }  // namespace korvan

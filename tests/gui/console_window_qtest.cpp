@@ -305,6 +305,8 @@ void ConsoleWindowTest::bootstrapKeepsTheWindowTurning() {
   double counted = 0;
   for (double v : freq.series[0].values) counted += v;
   QVERIFY(counted > 200 && counted <= w.Store().boot.EffectiveCount);
+  QTest::mouseClick(w.FrequencyChart()->viewport(), Qt::LeftButton);
+  QCOMPARE(w.FrequencyChart()->Panel().figure, std::string("ShowFreqr"));
   QVERIFY(Button(w, "cmdBootLx")->isEnabled());
   QTest::mouseClick(Button(w, "cmdBootLx"), Qt::LeftButton);
   QCOMPARE(w.MainChart()->Panel().figure, std::string("ShowBootLx"));

@@ -286,6 +286,12 @@ TEST(ChartPanel, BootstrapBandsAndFrequencies) {
             "n =100. Mortality =0.25.  Min =40. Mean=55.5. Max =70. Variance =4. SE =0.2");
   R.BootSampleSize = 50;
   EXPECT_EQ(ShowFreqR0(S).TitleText().substr(0, 20), "B = 200. n =50. Mort");
+  // A click on the frequency chart shows R0 and r in turn, once the bootstrap has ended.
+  EXPECT_EQ(FrequencyClickFigure(S, "ShowFreqR0"), "");
+  R.BootstrapCompleted = "yes";
+  EXPECT_EQ(FrequencyClickFigure(S, "ShowFreqR0"), "ShowFreqr");
+  EXPECT_EQ(FrequencyClickFigure(S, "ShowFreqr"), "ShowFreqR0");
+  EXPECT_EQ(FrequencyClickFigure(S, ""), "ShowFreqR0");
   R.ResampleKind = "j";
   EXPECT_EQ(ShowFreqR0(S).TitleText(), "Frequency of pseudo-R0 (interval =1.5).");
   EXPECT_EQ(ShowFreqr(S).TitleText(), "Frequency of pseudo-r (interval =0.0012345).");
