@@ -33,8 +33,9 @@ const char* const kSeriesColours[] = {"#1f77b4", "#d62728", "#2ca02c", "#ff7f0e"
 
 QColor SeriesColour(std::size_t i) { return QColor(kSeriesColours[i % std::size(kSeriesColours)]); }
 
+// The chart's point sizes are those of a larger page: the window's charts use five sixths.
 QFont FontOf(const ChartFont& f) {
-  QFont font(Q(f.family), f.size);
+  QFont font(Q(f.family), std::max(7, (f.size * 5 + 3) / 6));
   font.setBold(f.bold);
   return font;
 }

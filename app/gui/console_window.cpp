@@ -215,6 +215,7 @@ QWidget* ConsoleWindow::BuildGreeting() {
 
 QWidget* ConsoleWindow::BuildCharts() {
   chartTabs_ = new QTabWidget;
+  chartTabs_->setMinimumSize(700, 500);
   mainChart_ = new ChartView;
   mainChart_->setObjectName("MSChart1");
   mainChart_->setToolTip("Click the chart to see the next figure");
@@ -255,7 +256,7 @@ QWidget* ConsoleWindow::BuildRunStatus() {
     auto* label = new QLabel;
     label->setObjectName(name);
     label->setWordWrap(true);
-    label->setMinimumHeight(36);
+    label->setMinimumHeight(24);
     if (std::string_view(name) == "lblBootMsg") label->setStyleSheet("font-size: 12pt; font-weight: bold; color: #800000;");
     labels_[name] = label;
     layout->addWidget(label, 0, column++);
@@ -559,7 +560,10 @@ void ConsoleWindow::ShowStatus(const std::string& label, const std::string& text
   if (auto it = fields_.find(label); it != fields_.end()) {
     it->second->setText(Q(text));
     it->second->setCursorPosition(0);
-    if (label == "txtDatafile") it->second->setStyleSheet("color: white; background: #00008b;");
+    if (label == "txtDatafile") {
+      it->second->setStyleSheet("color: white; background: #00008b;");
+      HideAllPicture();  // reading a file clears the greeting picture
+    }
     return;
   }
   if (auto it = labels_.find(label); it != labels_.end()) {
@@ -600,6 +604,7 @@ void ConsoleWindow::ShowProgress(long done, long total) {
 
 void ConsoleWindow::ShowPanel(const ChartPanel& panel) {
   ChartView* view = panel.chart == "MSChart2" ? freqChart_ : mainChart_;
+  if (view == freqChart_) HideAllPicture();
   view->SetPanel(panel);
   chartTabs_->setCurrentWidget(view);
   if (view == mainChart_) clickCounter_ = 0;
@@ -608,13 +613,15 @@ void ConsoleWindow::ShowPanel(const ChartPanel& panel) {
 // ---------------------------------------------------------------------------------------
 // Timers
 
+void ConsoleWindow::HideAllPicture() {
+  greetingPicture_->hide();
+  labels_["Label4"]->show();
+  labels_["Label14"]->show();
+}
+
 void ConsoleWindow::Tick1() {
   labels_["Label6"]->setText(Q(DateLabelText(std::time(nullptr))));
-  if (++seconds_ == kGreetingSeconds) {
-    greetingPicture_->hide();
-    labels_["Label4"]->show();
-    labels_["Label14"]->show();
-  }
+  if (++seconds_ == kGreetingSeconds) HideAllPicture();
   const std::string_view greeting = GreetingText(tick1_);
   if (!greeting.empty()) labels_["Label13"]->setText(Q(greeting));
   tick1_ = (tick1_ + 1) % kGreetingTicks;

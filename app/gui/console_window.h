@@ -95,6 +95,8 @@ class ConsoleWindow : public QMainWindow, private ConsoleSink {
   // Enables the buttons and shows the frames as the session's console state says; while a
   // command runs every command stays closed.
   void Refresh();
+  // The greeting picture gives way to the wisdom labels.
+  void HideAllPicture();
   void Tick1();
   void Tick2();
   void ShowWisdom();

@@ -145,6 +145,8 @@ void ConsoleWindowTest::basicRunFillsTheResultsAndDrawsTheSurvivalChart() {
   Run(w, "cmdReadDataA1");
   QCOMPARE(Field(w, "txtDatafile"), data);
   QVERIFY(w.findChild<QLineEdit*>("txtDatafile")->styleSheet().contains("#00008b"));
+  QVERIFY(w.findChild<QLabel*>("Label4")->isVisible());  // the greeting picture has gone
+  QVERIFY(!w.findChild<QLabel*>("Picture1")->isVisible());
   QCOMPARE(Field(w, "txtCohortsize"), QString("100"));
   // After A1: Basic Run opens, reading another file and the analyses of other files close.
   for (const char* open : {"cmdBasicRunA2", "Command42", "Command44", "cmdWriteSpeLifeTable", "cmdAddDuration",
