@@ -6,6 +6,7 @@
 #include <QChart>
 #include <QDialog>
 #include <QFile>
+#include <QFileDialog>
 #include <QGroupBox>
 #include <QInputDialog>
 #include <QLabel>
@@ -226,9 +227,9 @@ void ConsoleWindowTest::dialoguesOfTheWorkerAreShownOnTheWindow() {
   QTemporaryDir dir;
   const QString data = CopyExample(dir);
   ConsoleOptions o;
-  // Two dialogues are left to the window: a Yes/No/Cancel box and an input box.
-  o.answers = {"Open life table data file=" + data.toStdString(),
-               "Fast run for two-sex or parthenogenetic population?=Cancel", "Do you need flow record?=No",
+  // Three dialogues are left to the window: the file chooser, a Yes/No/Cancel box and an input
+  // box.
+  o.answers = {"Fast run for two-sex or parthenogenetic population?=Cancel", "Do you need flow record?=No",
                "Do you need the contribution of this life table to intrinsic rate?=No",
                "Do you need all output files?=Yes", "Rearing cost for each stage?=Yes"};
   o.askWhenMissing = true;
@@ -240,7 +241,14 @@ void ConsoleWindowTest::dialoguesOfTheWorkerAreShownOnTheWindow() {
     for (const char* control : {"cmdReadDataA1", "cmdBootstrap", "cmdPairedBootTest", "Command1"})
       closedWhileAsked = closedWhileAsked && !Button(w, control)->isEnabled();
     QVERIFY(dialogue->thread() == w.thread());
-    if (auto* box = qobject_cast<QMessageBox*>(dialogue)) {
+    if (auto* chooser = qobject_cast<QFileDialog*>(dialogue)) {
+      seen << chooser->windowTitle();
+      // The path typed into the chooser's file name, as a user types it.
+      auto* name = chooser->findChild<QLineEdit*>("fileNameEdit");
+      QVERIFY(name);
+      name->setText(data);
+      QTimer::singleShot(0, chooser, [chooser] { static_cast<QDialog*>(chooser)->done(QDialog::Accepted); });
+    } else if (auto* box = qobject_cast<QMessageBox*>(dialogue)) {
       seen << box->windowTitle();
       QCOMPARE(static_cast<int>(box->buttons().size()), 3);
       QVERIFY(box->button(QMessageBox::Yes) && box->button(QMessageBox::No) && box->button(QMessageBox::Cancel));
@@ -254,10 +262,11 @@ void ConsoleWindowTest::dialoguesOfTheWorkerAreShownOnTheWindow() {
     }
   });
   Run(w, "cmdReadDataA1");
-  QCOMPARE(seen, QStringList({"Do you need only the basic output (0A) and figure files?",
+  QCOMPARE(seen, QStringList({"Open life table data file", "Do you need only the basic output (0A) and figure files?",
                                "General analysis or 3D analysis?: 1"}));
   QVERIFY(closedWhileAsked);
   QVERIFY(Button(w, "cmdBasicRunA2")->isEnabled());
+  QCOMPARE(QString::fromStdString(w.Store().identity.DataFilePath), data);
   QCOMPARE(w.Store().options.MinimalOutput, std::string(""));
 }
 
