@@ -131,6 +131,8 @@ void BootstrapDriver::RunSampleLoop() {
   bool sampleOneAnalysed = false;
 
   S.lifeTable.BootLists();  // the engine's per-sample lists are made here, on one thread
+  PoolSummary poolSummary;  // what each individual of the pool brings to a sample
+  poolSummary.Build(S);
   std::vector<std::unique_ptr<Workspace>> spaces;
   for (int w = 0; w < threads; ++w) spaces.push_back(std::make_unique<Workspace>(W));
 
@@ -148,6 +150,7 @@ void BootstrapDriver::RunSampleLoop() {
     Workspace& ws = *spaces[static_cast<std::size_t>(w)];
     SampleGenerator gen;
     Resampling resampling(S, prompts, ws, gen);
+    resampling.UsePoolSummary(&poolSummary);
     ReplicateChain chain(S, prompts, ws);
     AccumulatorRefs acc = AccumulatorsOf(ws);
     long b = 0;

@@ -1,6 +1,9 @@
 #include "bootstrap/resampling.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <limits>
 #include <string>
 
 #include "store/faults.h"
@@ -68,6 +71,90 @@ void Resampling::BootstrapFirstTime() {
   }
 }
 
+void PoolSummary::Build(const SessionStore& S) {
+  const Pool& pool = S.pool;
+  const int N = pool.OriginalCohortSize;
+  const int m = S.header.StageCount;
+  individuals.assign(static_cast<std::size_t>(std::max(N, 0) + 1), PoolIndividual{});
+  if (N < 1 || N > kMaxIndividual || m < 1 || m > kMaxStage) return;  // the copy day by day meets the fault
+  for (int k = 1; k <= N; ++k) {
+    PoolIndividual& p = individuals[static_cast<std::size_t>(k)];
+    const std::string& sex = pool.OriginalSex(k);
+    p.code = sex.size() == 1 ? sex[0] : '?';
+    if (p.code != 'F') {
+      p.plain = true;
+      continue;
+    }
+    const double d = pool.OriginalStageDuration(k, m);
+    p.critical = d >= S.settings.CriticalFemaleAge;
+    // The days of the copy, as its loop counts them (day <= d + 1), within the array.
+    int days = 0;
+    while (days + 1 <= d + 1) {
+      if (days + 1 > kMaxAge) {
+        days = -1;
+        break;
+      }
+      ++days;
+    }
+    if (days < 0) continue;  // an index beyond the bound: the copy day by day ends the run
+    p.fecundityDays = days;
+    // The sum of her eggs is rounded after each day; whole, non-negative numbers of eggs of
+    // moderate size keep every partial sum exact, so it may be added at once.
+    bool whole = true;
+    double eggs = 0;
+    for (int day = 1; day <= days; ++day) {
+      const double e = pool.OriginalFecundity(k, day);
+      if (e > 0) p.laid = true;
+      if (day <= d) {
+        if (!(e >= 0 && e <= 2147483647.0 && e == std::floor(e))) whole = false;
+        eggs += e;
+      }
+    }
+    p.eggs = eggs;
+    p.plain = whole;
+  }
+}
+
+// The copy of an individual of the plain case (see PoolSummary). False: not plain, nothing done.
+bool Resampling::CopyPlainIndividual(int position, int k) {
+  if (!pool_ || k < 1 || static_cast<std::size_t>(k) >= pool_->individuals.size()) return false;
+  const PoolIndividual& p = pool_->individuals[static_cast<std::size_t>(k)];
+  if (!p.plain) return false;
+  const long b = SampleNo();
+  BootstrapRecord& R = S.boot;
+  Cohort& C = W.cohort;
+  const Pool& pool = S.pool;
+  const int m = S.header.StageCount;
+  R.BootIndividuals(position, b) = static_cast<std::int16_t>(k);
+  const std::string& sex = pool.OriginalSex(k);
+  C.IndividualNo(position) = position;
+  if (C.IndividualSex(position) != sex) C.IndividualSex(position) = sex;
+  // Rows are stored day after day: the checked first and last entries bound the copy.
+  std::memcpy(&C.StageDuration(position, 1), &pool.OriginalStageDuration(k, 1),
+              static_cast<std::size_t>(&C.StageDuration(position, m) - &C.StageDuration(position, 1) + 1) *
+                  sizeof(double));
+  if (p.code == 'F') {
+    if (p.critical) R.BootCANf(b) += 1;
+    if (p.fecundityDays > 0) {
+      std::memcpy(&C.Fecundity(position, 1), &pool.OriginalFecundity(k, 1),
+                  static_cast<std::size_t>(&C.Fecundity(position, p.fecundityDays) - &C.Fecundity(position, 1) + 1) *
+                      sizeof(double));
+    }
+    W.boot.SampleFecunditySum = AddRounded(W.boot.SampleFecunditySum, p.eggs);
+    if (p.laid) {
+      R.BootNfr(b) += 1;
+      R.BootNfrReal(b) += 1;
+    }
+    W.boot.SampleIndividualFecundity(position) = pool.OriginalTotalFecundity(k);
+    R.BootNf(b) += 1;
+  } else {
+    W.boot.SampleIndividualFecundity(position) = 0;
+    if (p.code == 'M') R.BootNm(b) += 1;
+    if (p.code == 'N') R.BootNn(b) += 1;
+  }
+  return true;
+}
+
 void Resampling::DrawSampleOnce() {
   const long b = SampleNo();
   BootstrapRecord& R = S.boot;
@@ -82,7 +169,7 @@ void Resampling::DrawSampleOnce() {
   const int n = R.BootSampleSize;
   for (int position = 1; position <= n; ++position) {
     const int k = DrawIndividual(gen_, N);
-    CopyIndividual(position, k, false);
+    if (!CopyPlainIndividual(position, k)) CopyIndividual(position, k, false);
   }
 }
 

@@ -3,6 +3,7 @@
 // record file. One Resampling object serves one worker: it writes the sample in hand into
 // that worker's Workspace and the sample's record at index Boot of the shared lists.
 #include <cstdint>
+#include <vector>
 
 #include "bootstrap/uniform_random.h"
 #include "store/procedures.h"
@@ -15,6 +16,23 @@ int DrawIndividual(UniformGenerator& gen, int N);
 // Marks of a sample for the lists of effective and ineffective samples, which the driver
 // fills in sample order once the samples are drawn.
 enum ListMark : std::int8_t { kMarkEffectiveList = 1, kMarkIneffectiveList = 2 };
+
+// What the draw of an individual of the pool adds to a sample, worked out once before the
+// loop: the fecundity days to copy, the eggs of her adult days, whether she ever laid. An
+// individual whose values leave the plain case (eggs that are not whole numbers, a fault on
+// the way) is marked `plain = false` and is copied day by day as before.
+struct PoolIndividual {
+  char code = '?';           // "F", "M" or "N"; '?' for any other sex text
+  bool plain = false;        // the summary may stand for the day-by-day copy
+  bool critical = false;     // a female of at least CriticalFemaleAge days
+  bool laid = false;         // eggs > 0 on one of the copied days
+  int fecundityDays = 0;     // days 1..fecundityDays are copied
+  double eggs = 0;           // her eggs on days 1..d, a whole number
+};
+struct PoolSummary {
+  std::vector<PoolIndividual> individuals;  // index 1..N of the pool
+  void Build(const SessionStore& S);
+};
 
 class Resampling : public Procedures {
  public:
@@ -30,13 +48,19 @@ class Resampling : public Procedures {
   // Whether the sample drawn last passes the test of effective samples (InfertileCriterion).
   bool IsEffectiveDraw() const;
 
+  // The summary of the pool made before the loop; without it every individual is copied day
+  // by day. The summary must have been built from the pool in hand.
+  void UsePoolSummary(const PoolSummary* summary) { pool_ = summary; }
+
  private:
   void DrawSampleOnce();
   void CopyIndividual(int position, int k, bool stopAtDeath);
+  bool CopyPlainIndividual(int position, int k);
   void PrepareSampleForEngine();
   long SampleNo() const { return static_cast<long>(W.run.Boot); }
 
   UniformGenerator& gen_;
+  const PoolSummary* pool_ = nullptr;
 };
 
 // Fills EffectiveList, IneffectiveList and their counts from the marks of samples 1..B, in

@@ -1,5 +1,6 @@
 #include "text/numbers.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -13,18 +14,45 @@ double RoundDisplay(double v, int decimals) {
   return static_cast<double>(CInt(v * scale)) / scale;
 }
 
+// The %.15G form of the C library, built by std::to_chars in its "general" form with 15
+// digits (the same rule: exponent form when the exponent is below -4 or at least 15, trailing
+// zeros dropped, at least two exponent digits) and written in capitals: E, INF, NAN.
+std::size_t FormatFullPrecision(double v, char* buf) {
+  if (v == 0) {  // also turns -0 into 0
+    buf[0] = '0';
+    return 1;
+  }
+  const auto res = std::to_chars(buf, buf + kNumberTextSize, v, std::chars_format::general, 15);
+  if (res.ec != std::errc()) {  // cannot happen for 15 digits; the C library as the fallback
+    const int n = std::snprintf(buf, kNumberTextSize, "%.15G", v);
+    return n > 0 ? static_cast<std::size_t>(n) : 0;
+  }
+  const std::size_t n = static_cast<std::size_t>(res.ptr - buf);
+  for (std::size_t k = 0; k < n; ++k)
+    if (buf[k] >= 'a' && buf[k] <= 'z') buf[k] = static_cast<char>(buf[k] - 'a' + 'A');
+  return n;
+}
+
+std::size_t FormatPrintNumber(double v, char* buf) {
+  std::size_t n = FormatFullPrecision(v, buf + 1);
+  if (buf[1] == '-') {
+    for (std::size_t k = 0; k < n; ++k) buf[k] = buf[k + 1];
+  } else {
+    buf[0] = ' ';
+    ++n;
+  }
+  buf[n++] = ' ';
+  return n;
+}
+
 std::string FullPrecision(double v) {
-  if (v == 0) return "0";  // also turns -0 into 0
-  char buf[40];
-  std::snprintf(buf, sizeof buf, "%.15G", v);
-  return buf;
+  char buf[kNumberTextSize];
+  return std::string(buf, FormatFullPrecision(v, buf));
 }
 
 std::string PrintNumber(double v) {
-  std::string s = FullPrecision(v);
-  if (s[0] != '-') s.insert(s.begin(), ' ');
-  s.push_back(' ');
-  return s;
+  char buf[kNumberTextSize + 2];
+  return std::string(buf, FormatPrintNumber(v, buf));
 }
 
 }  // namespace korvan

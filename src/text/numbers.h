@@ -2,6 +2,7 @@
 // Number conversions shared by every writer and by the statistics: CInt, display rounding,
 // the two text forms of a number.
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -41,6 +42,12 @@ double RoundDisplay(double v, int decimals);
 // A number "at full precision": up to 15 significant digits, no trailing zeros, exponent
 // written as E-07 where the plain form would need it. Used by the Write form.
 std::string FullPrecision(double v);
+// The same characters into buf, which holds at least kNumberTextSize; returns their count.
+// The writers of large files use it: no string is made.
+inline constexpr std::size_t kNumberTextSize = 32;
+std::size_t FormatFullPrecision(double v, char* buf);
+// The Print form into buf (at least kNumberTextSize + 2); returns the count.
+std::size_t FormatPrintNumber(double v, char* buf);
 // A number as the Print form shows it: a leading blank when not negative, a trailing blank.
 std::string PrintNumber(double v);
 // The number at full precision with no blanks: ages "as text without the leading blank".

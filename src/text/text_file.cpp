@@ -33,9 +33,13 @@ void TextFile::Close() {
 }
 
 void TextFile::RawText(std::string_view s) {
-  if (!f_) return;
+  if (!f_ || s.empty()) return;
   std::fwrite(s.data(), 1, s.size(), f_);
-  for (char c : s) column_ = (c == '\n') ? 1 : column_ + 1;
+  const std::size_t lastNewLine = s.rfind('\n');
+  if (lastNewLine == std::string_view::npos)
+    column_ += static_cast<int>(s.size());
+  else
+    column_ = 1 + static_cast<int>(s.size() - lastNewLine - 1);
 }
 
 void TextFile::NewLine() { RawText("\n"); }

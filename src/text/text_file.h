@@ -81,7 +81,8 @@ class TextFile {
   void PutItem(Zone);
   template <class N, std::enable_if_t<std::is_arithmetic_v<N>, int> = 0>
   void PutItem(N v) {
-    RawText(PrintNumber(static_cast<double>(v)));
+    char buf[kNumberTextSize + 2];
+    RawText(std::string_view(buf, FormatPrintNumber(static_cast<double>(v), buf)));
   }
 
   void WriteItem(std::string_view s, bool first);
@@ -90,8 +91,11 @@ class TextFile {
   void WriteItem(char c, bool first) { WriteItem(std::string_view(&c, 1), first); }
   template <class N, std::enable_if_t<std::is_arithmetic_v<N>, int> = 0>
   void WriteItem(N v, bool first) {
-    if (!first) RawText(",");
-    RawText(FullPrecision(static_cast<double>(v)));
+    char buf[kNumberTextSize + 1];
+    std::size_t n = 0;
+    if (!first) buf[n++] = ',';
+    n += FormatFullPrecision(static_cast<double>(v), buf + n);
+    RawText(std::string_view(buf, n));
   }
 
   std::FILE* f_ = nullptr;

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
+#include <cstring>
 #include <limits>
+#include <random>
 
 #include "store/faults.h"
 #include "text/numbers.h"
@@ -77,6 +80,41 @@ TEST(NumberText, FullPrecisionAndPrintForms) {
     EXPECT_EQ(PrintNumber(c.v), c.print);
   }
   EXPECT_EQ(NumberText(12), "12");
+}
+
+// The writers format numbers without the C library; its %.15G is the reference, on the edges
+// of the two forms (exponent -5/-4 and 14/15), on rounding carries (9.999...), on halves, on
+// any bit pattern (subnormals, infinities, NaN) and on values of every size.
+TEST(NumberText, FullPrecisionIsTheCLibraryForm) {
+  auto expectSame = [](double v) {
+    char ref[64];
+    std::snprintf(ref, sizeof ref, "%.15G", v);
+    if (v == 0) std::strcpy(ref, "0");
+    char buf[kNumberTextSize + 2];
+    ASSERT_EQ(std::string(buf, FormatFullPrecision(v, buf)), ref) << std::hexfloat << v;
+    ASSERT_EQ(FullPrecision(v), ref);
+    const std::string print = v < 0 || (std::signbit(v) && std::isnan(v)) ? std::string(ref) + " " : " " + std::string(ref) + " ";
+    ASSERT_EQ(std::string(buf, FormatPrintNumber(v, buf)), print) << ref;
+  };
+  const double inf = std::numeric_limits<double>::infinity();
+  for (double v : {1e-5, 9.99999999999999e-5, 0.0001, 0.000099999999999999995, 99999999999999.9, 999999999999999.0,
+                   999999999999999.5, 9999999999999995.0, 1e15, 0.5, 2.5e-7, 5e-324, 2.2250738585072014e-308, 1e308,
+                   std::numeric_limits<double>::max(), inf, -inf, std::nan(""), 1.0 / 3, 1e22, 1e23})
+    for (double s : {1.0, -1.0}) expectSame(s * v);
+  std::mt19937_64 gen(42);
+  std::uniform_real_distribution<double> u(0, 1);
+  for (int i = 0; i < 300000; ++i) {
+    double v = 0;
+    if (i % 3 == 0) {
+      const std::uint64_t bits = gen();
+      std::memcpy(&v, &bits, sizeof v);
+    } else if (i % 3 == 1) {
+      v = u(gen) * std::pow(10.0, static_cast<int>(gen() % 40) - 20);
+    } else {
+      v = static_cast<double>(gen() % 100000000) / 64.0 - 500000;  // exact binary fractions
+    }
+    expectSame(v);
+  }
 }
 
 }  // namespace
