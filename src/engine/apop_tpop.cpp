@@ -5,6 +5,7 @@
 #include "engine/table_text.h"
 #include "store/rules.h"
 #include "text/numbers.h"
+#include "text/short_text.h"
 
 namespace korvan {
 
@@ -19,7 +20,7 @@ void StageStatsEngine::APOPandTPOP() {
   w.ApopStat.maximum = w.ApopStat.minimum = 0;
   w.TpopStat.maximum = w.TpopStat.minimum = 0;
   for (long i = 1; i <= c.CohortSize; ++i) {
-    if (c.IndividualSex(i) != "F" || w.TotalFecundity(i) == 0) continue;
+    if (!IsText(c.IndividualSex(i), 'F') || w.TotalFecundity(i) == 0) continue;
     ++w.ReproductiveFemaleCount;
     if (w.OviDays(i) != 0) w.EggsPerOviDay(i) = w.TotalFecundity(i) / w.OviDays(i);
     w.ReproductiveEggSum += w.TotalFecundity(i);
@@ -62,7 +63,7 @@ void StageStatsEngine::APOPandTPOPforBoot() {
   double aSum = 0, tSum = 0, count = 0;
   long reproductive = 0;
   for (long i = 1; i <= c.CohortSize; ++i) {
-    if (c.IndividualSex(i) != "F") continue;
+    if (!IsText(c.IndividualSex(i), 'F')) continue;
     const long adult = CInt(c.StageDuration(i, m()));
     double total = 0;
     long first = 0;
@@ -111,7 +112,7 @@ void StageStatsEngine::PrintAPOPandTPOP() {
   out.Print("Indiv. no.  APOP/APRP   TPOP/TPRP");
   out.Print(rule);
   for (long i = 1; i <= c.CohortSize; ++i) {
-    if (c.IndividualSex(i) != "F" || w.TotalFecundity(i) == 0) continue;
+    if (!IsText(c.IndividualSex(i), 'F') || w.TotalFecundity(i) == 0) continue;
     out.Print(Tab{5}, c.IndividualNo(i), Tab{17}, shown(w.Apop(i)), Tab{27}, shown(w.Tpop(i)));
   }
   out.Print(rule);

@@ -8,6 +8,7 @@
 #include "engine/stats_fields.h"
 #include "store/rules.h"
 #include "text/numbers.h"
+#include "text/short_text.h"
 
 namespace korvan {
 
@@ -129,7 +130,7 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
       int count = 0;
       double s = 0, q = 0;
       for (int i = 1; i <= N; ++i) {
-        if (C.IndividualSex(i) != code) continue;
+        if (!SameText(C.IndividualSex(i), code)) continue;
         double v = 0;
         if (!PositiveDurationSum(C, i, cumulative ? 1 : j, j, v)) continue;
         AddDuration(v, tu, s, q);

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "engine/life_table_engine.h"
+#include "text/short_text.h"
 #include "engine/stats_fields.h"
 #include "store/rules.h"
 #include "text/numbers.h"
@@ -51,7 +52,7 @@ void LifeTableEngine::Life02Gosub410() {
     int count = 0;
     double s = 0, q = 0;
     for (int i = 1; i <= N; ++i) {
-      if (C.IndividualSex(i) != code) continue;
+      if (!SameText(C.IndividualSex(i), code)) continue;
       double span = 0;
       if (!PositiveDurationSum(C, i, L.SpanFirstStage, L.SpanLastStage, span)) continue;
       ++count;
@@ -74,7 +75,7 @@ void LifeTableEngine::Life02Gosub660() {
   int females = 0;
   double s = 0, q = 0;
   for (int i = 1; i <= N; ++i) {
-    if (C.IndividualSex(i) != "F") continue;
+    if (!IsText(C.IndividualSex(i), 'F')) continue;
     const double d = C.StageDuration(i, m);
     double total = 0;
     for (long x = 1; x <= d + 1; ++x) {
@@ -105,7 +106,7 @@ void LifeTableEngine::Life02Gosub660() {
   int reproductive = 0;
   s = q = 0;
   for (int i = 1; i <= N; ++i) {
-    if (C.IndividualSex(i) != "F") continue;
+    if (!IsText(C.IndividualSex(i), 'F')) continue;
     const double d = C.StageDuration(i, m);
     double total = 0;
     bool laid = false;

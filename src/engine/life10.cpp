@@ -6,6 +6,7 @@
 #include "engine/stats_fields.h"
 #include "store/rules.h"
 #include "text/numbers.h"
+#include "text/short_text.h"
 
 namespace korvan {
 
@@ -122,7 +123,7 @@ void StageStatsEngine::Life10() {
   for (long t = 1; t <= w.MaxFemaleAdultAge; ++t) {
     double alive = 0, sum = 0, sumSquares = 0;
     for (long i = 1; i <= n; ++i) {
-      if (c.IndividualSex(i) != "F" || c.StageDuration(i, mm) < t) continue;
+      if (!IsText(c.IndividualSex(i), 'F') || c.StageDuration(i, mm) < t) continue;
       alive += 1;
       const double f = c.Fecundity(i, t);
       if (f <= 0) continue;
@@ -161,7 +162,7 @@ void StageStatsEngine::Life10() {
   w.FecundityMaxCount = w.FecundityMinCount = 0;
   bool firstRep = true;
   for (long i = 1; i <= n; ++i) {
-    if (c.IndividualSex(i) != "F") continue;
+    if (!IsText(c.IndividualSex(i), 'F')) continue;
     double total = 0, sq = 0;
     const long adult = CInt(c.StageDuration(i, mm));
     for (long t = 1; t <= adult; ++t) {

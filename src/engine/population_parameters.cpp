@@ -168,7 +168,14 @@ double ParameterEngine::FillEulerTerms(double r) {
   double sum = 0;
   for (int x = 0; x <= t.LastAge; ++x) {
     const double a = ageX ? x : x + 1;
-    p.EulerTerm(x) = t.Lx(x) * std::exp(ConvertExponent(-r * a, tu)) * p.Mx(x);
+    const double lx = t.Lx(x), mx = p.Mx(x);
+    const double exponent = ConvertExponent(-r * a, tu);
+    // An age without eggs adds a zero: l(x) e^(...) m(x) is then l(x) m(x), sign of zero
+    // included, while the exponential is finite and l(x) a survival rate.
+    if (mx == 0 && std::fabs(exponent) < 700 && std::fabs(lx) <= 1)
+      p.EulerTerm(x) = lx * mx;
+    else
+      p.EulerTerm(x) = lx * std::exp(exponent) * mx;
     sum += p.EulerTerm(x);
   }
   return sum;

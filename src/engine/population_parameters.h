@@ -125,6 +125,14 @@ class ParameterEngine : public Procedures {
   // The figure channel.
   TextFile figure_;
 
+  // E(a) = exp(-r (a+1)) of the reproductive values for ages 0..discountLast_, worked out once
+  // for the r and the time unit they were made with; other ages and values are computed anew.
+  void MakeDiscountTable(double r, double timeUnit, int lastAge);
+  double DiscountAt(double r, int a, double timeUnit) const;
+  double discount_[kMaxAge + 2];
+  int discountLast_ = -1;
+  double discountR_ = 0, discountTimeUnit_ = 0;
+
   // Title and the two closing lines of the table that Life05aGosub0180 prints next.
   const char* tableTitle_ = "";
   const char* tableLine1_ = "";

@@ -20,6 +20,24 @@ inline double Discount(double r, int a, double timeUnit) {
 
 }  // namespace
 
+void ParameterEngine::MakeDiscountTable(double r, double timeUnit, int lastAge) {
+  discountLast_ = -1;
+  discountR_ = r;
+  discountTimeUnit_ = timeUnit;
+  const int last = lastAge < 0 ? -1 : (lastAge > kMaxAge + 1 ? static_cast<int>(kMaxAge) + 1 : lastAge);
+  for (int a = 0; a <= last; ++a) discount_[a] = Discount(r, a, timeUnit);
+  discountLast_ = last;
+}
+
+// The same value as Discount(r, a, timeUnit), from the table where it holds it. The r and the
+// time unit are compared bit for bit (a NaN never matches: it is computed anew).
+double ParameterEngine::DiscountAt(double r, int a, double timeUnit) const {
+  if (a >= 0 && a <= discountLast_ && r == discountR_ && timeUnit == discountTimeUnit_ &&
+      std::signbit(r) == std::signbit(discountR_))
+    return discount_[a];
+  return Discount(r, a, timeUnit);
+}
+
 void ParameterEngine::Life05Gosub90Then1080() {
   FlowEngine("Life05Gosub90Then1080");
   Life05Gosub90Then1080BSDrate();
@@ -54,7 +72,7 @@ void ParameterEngine::Life05Gosub1480() {
         p.Survivors(y, k) = t.Dxj(y - 1, k - 1) * p.Survivors(y - 1, k - 1);
       else
         p.Survivors(y, k) = t.Gxj(y - 1, k) * p.Survivors(y - 1, k) + t.Dxj(y - 1, k - 1) * p.Survivors(y - 1, k - 1);
-      acc = Discount(p.r, y, tu) * p.Survivors(y, k) * t.Fxj(y, k) + acc;
+      acc = DiscountAt(p.r, y, tu) * p.Survivors(y, k) * t.Fxj(y, k) + acc;
     }
   }
   p.VAcc = acc;
@@ -66,15 +84,16 @@ void ParameterEngine::AgeStageReproductiveValue(bool keepBasicCopy) {
   const auto& lt = W.lifeTable;
   const double tu = S.settings.TimeUnit;
   const int m = S.header.StageCount;
+  MakeDiscountTable(p.r, tu, t.LastAge);
   for (int j = 1; j <= m; ++j) {
     for (int x = lt.StageFirstAge(j); x <= lt.StageLastAge(j); ++x) {
       p.Survivors(x, j) = t.Sxj(x, j);
-      double acc = Discount(p.r, x, tu) * p.Survivors(x, j) * t.Fxj(x, j);
+      double acc = DiscountAt(p.r, x, tu) * p.Survivors(x, j) * t.Fxj(x, j);
       for (int y = x + 1; y <= t.LastAge && y <= lt.StageLastAge(j); ++y) {
         p.Survivors(y, j) = t.Gxj(y - 1, j) * p.Survivors(y - 1, j);
-        acc = Discount(p.r, y, tu) * p.Survivors(y, j) * t.Fxj(y, j) + acc;
+        acc = DiscountAt(p.r, y, tu) * p.Survivors(y, j) * t.Fxj(y, j) + acc;
       }
-      const double ex = Discount(p.r, x, tu);
+      const double ex = DiscountAt(p.r, x, tu);
       if (j < m) {
         p.VStartAge = x;
         p.VStartStage = j;

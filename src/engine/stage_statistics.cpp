@@ -6,6 +6,7 @@
 
 #include "store/rules.h"
 #include "text/numbers.h"
+#include "text/short_text.h"
 
 namespace korvan {
 
@@ -55,7 +56,7 @@ void StageStatsEngine::CountAdultFemales() {
   auto& w = W.stageStats;
   w.AdultFemaleCount = 0;
   for (long i = 1; i <= W.cohort.CohortSize; ++i)
-    if (W.cohort.IndividualSex(i) == "F") ++w.AdultFemaleCount;
+    if (IsText(W.cohort.IndividualSex(i), 'F')) ++w.AdultFemaleCount;
 }
 
 // The time spent before the adult stage: positive durations of the preadult stages, and the
@@ -87,7 +88,7 @@ void StageStatsEngine::PreadultMean() {
   double sum = 0;
   w.MaxFemaleLongevity = 0;
   for (long i = 1; i <= c.CohortSize; ++i) {
-    if (c.IndividualSex(i) != "F") continue;
+    if (!IsText(c.IndividualSex(i), 'F')) continue;
     sum += w.PreadultDuration(i);
     // The adult duration enters with its sign as it stands in the record.
     w.FemaleLongevity(i) = c.StageDuration(i, m()) + w.PreadultDuration(i);
@@ -106,7 +107,7 @@ void StageStatsEngine::CountOvipositionDays() {
   double sum = 0, sumSquares = 0, eggs = 0;
   w.ReproductiveFemaleCount = 0;
   for (long i = 1; i <= c.CohortSize; ++i) {
-    if (c.IndividualSex(i) != "F") continue;
+    if (!IsText(c.IndividualSex(i), 'F')) continue;
     long units = 0;
     const long adult = CInt(c.StageDuration(i, m()));
     for (long t = 1; t <= adult; ++t) {
@@ -175,7 +176,7 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
   }
   for (long i = 1; i <= c.CohortSize; ++i) {
     const double steps = FormLongevity(i);
-    const bool female = c.IndividualSex(i) == "F";
+    const bool female = IsText(c.IndividualSex(i), 'F');
     if (!female && !wholeCohort) continue;
     const long lastAlive = CInt(w.Longevity(i) / tu - 1);
     for (long x = 0; x <= lastAlive; ++x) w.AliveAtAge(x) += 1;
@@ -266,7 +267,7 @@ void StageStatsEngine::CountOvipositionPeriodCore() {
   const double tu = TimeUnit();
   double sum = 0, sumSquares = 0, n = 0;
   for (long i = 1; i <= c.CohortSize; ++i) {
-    if (c.IndividualSex(i) != "F" || w.OviUnits(i) <= 0) continue;
+    if (!IsText(c.IndividualSex(i), 'F') || w.OviUnits(i) <= 0) continue;
     const double span = w.LastOviAge(i) - w.FirstOviAge(i) + 1;
     double period;
     if (tu == 0.5)
