@@ -1,6 +1,8 @@
 // Life03: the day-by-day walk of every individual through its stages into n(x,j), with the
 // growth and development probabilities g(x,j) and d(x,j) built as sums of 1/n; then the
 // female fecundity on the age axis, s(x,j), the stage age ranges and the cohort's cost.
+#include <cstdint>
+
 #include "engine/life_table_engine.h"
 #include "text/short_text.h"
 #include "text/numbers.h"
@@ -46,18 +48,20 @@ inline void EnterStage(double& w2, int& stage, int dead) {
   }
 }
 
-// The steps of the walk of individual i at age x. Every addition to g(x-1,k) or d(x-1,k) adds
-// 1/n(x-1,k) of one and the same row k; `inverse(k)` gives it (n(x-1,.) is complete by then).
+// The steps of the walk of individual i at age x. They count n(x,.) and hand the sink the
+// events of g and d: Stay(x, k), one more 1/n(x-1,k) for g(x-1,k); Move(x, cell, from), one
+// more 1/n(x-1,from) for d(x-1,cell). Every addition to a cell of g or d adds the same value,
+// 1/n of one row at age x-1, which is complete before age x is walked.
 
 // A preadult stage before the last one: stay, or move to the next stage.
-template <class Inverse>
-inline void WalkPreadult(AgeStageTables& T, LifeTableWork& L, int m, int i, int x, Inverse inverse) {
+template <class Sink>
+inline void WalkPreadult(AgeStageTables& T, LifeTableWork& L, int m, int i, int x, Sink& sink) {
   int& stage = L.CurrentStage(i);
   const int k = stage;
   double& w = L.RemainingDuration(i, k);
   if (w != 0) {
     T.Nxj(x, k) += 1;
-    T.Gxj(x - 1, k) += inverse(k);
+    sink.Stay(x, k);
     if (w > 0) {
       w -= 1;
     } else {
@@ -66,7 +70,7 @@ inline void WalkPreadult(AgeStageTables& T, LifeTableWork& L, int m, int i, int 
     }
   } else {
     stage += 1;
-    T.Dxj(x - 1, k) += inverse(k);
+    sink.Move(x, k, k);
     T.Nxj(x, k + 1) += 1;
     EnterStage(L.RemainingDuration(i, k + 1), stage, m + 1);
   }
@@ -74,15 +78,14 @@ inline void WalkPreadult(AgeStageTables& T, LifeTableWork& L, int m, int i, int 
 
 // The last preadult stage: a move goes to the female or to the male adult stage. The move to
 // the female stage is kept in d(x,m-1), the move to the male stage in d(x,m).
-template <class Inverse>
-inline void WalkLastPreadult(AgeStageTables& T, LifeTableWork& L, const Cohort& C, int m, int i, int x,
-                             Inverse inverse) {
+template <class Sink>
+inline void WalkLastPreadult(AgeStageTables& T, LifeTableWork& L, bool female, int m, int i, int x, Sink& sink) {
   int& stage = L.CurrentStage(i);
   const int k = stage;
   double& w = L.RemainingDuration(i, k);
   if (w != 0) {
     T.Nxj(x, k) += 1;
-    T.Gxj(x - 1, k) += inverse(k);
+    sink.Stay(x, k);
     if (w > 0) {
       w -= 1;
     } else {
@@ -91,11 +94,11 @@ inline void WalkLastPreadult(AgeStageTables& T, LifeTableWork& L, const Cohort& 
     }
   } else {
     stage += 1;
-    if (IsText(C.IndividualSex(i), 'F')) {
-      T.Dxj(x - 1, k) += inverse(k);
+    if (female) {
+      sink.Move(x, k, k);
       T.Nxj(x, k + 1) += 1;
     } else {
-      T.Dxj(x - 1, k + 1) += inverse(k);
+      sink.Move(x, k + 1, k);
       T.Nxj(x, k + 2) += 1;
     }
     EnterStage(L.RemainingDuration(i, k + 1), stage, m + 1);
@@ -103,20 +106,77 @@ inline void WalkLastPreadult(AgeStageTables& T, LifeTableWork& L, const Cohort& 
 }
 
 // The adult stage: females count in row m, every other sex in row m + 1.
-template <class Inverse>
-inline void WalkAdult(AgeStageTables& T, LifeTableWork& L, const Cohort& C, int m, int i, int x, Inverse inverse) {
+template <class Sink>
+inline void WalkAdult(AgeStageTables& T, LifeTableWork& L, bool female, int m, int i, int x, Sink& sink) {
   int& stage = L.CurrentStage(i);
   double& w = L.RemainingDuration(i, stage);
   if (w == 0) {
     stage += 1;  // its last day was the day before
     return;
   }
-  const int row = IsText(C.IndividualSex(i), 'F') ? m : m + 1;
+  const int row = female ? m : m + 1;
   T.Nxj(x, row) += 1;
-  T.Gxj(x - 1, row) += inverse(row);
+  sink.Stay(x, row);
   w -= 1;
   if (w == 0) stage = m + 1;
 }
+
+template <class Sink>
+inline void WalkStep(AgeStageTables& T, LifeTableWork& L, bool female, int m, int i, int x, Sink& sink) {
+  const int k = L.CurrentStage(i);
+  if (k < m - 1)
+    WalkPreadult(T, L, m, i, x, sink);
+  else if (k == m - 1)
+    WalkLastPreadult(T, L, female, m, i, x, sink);
+  else
+    WalkAdult(T, L, female, m, i, x, sink);
+}
+
+// The events added to g and d at once, as the walk meets them.
+struct AddingSink {
+  AgeStageTables& T;
+  void Stay(int x, int k) { T.Gxj(x - 1, k) += 1 / T.Nxj(x - 1, k); }
+  void Move(int x, int cell, int from) { T.Dxj(x - 1, cell) += 1 / T.Nxj(x - 1, from); }
+};
+
+// The events counted, to be added once the walk is over. The male move (cell m, from m - 1)
+// is the only one whose cell and row differ, and the only one into d(x,m): it has its own count.
+struct CountingSink {
+  static constexpr int kRows = static_cast<int>(kMaxStage) + 2;
+  std::uint16_t stay[kMaxAge + 1][kRows];
+  std::uint16_t move[kMaxAge + 1][kRows];
+  std::uint16_t maleMove[kMaxAge + 1];
+  void Clear(int lastAge) {
+    for (int a = 0; a < lastAge && a <= kMaxAge; ++a) {
+      for (int k = 0; k < kRows; ++k) stay[a][k] = move[a][k] = 0;
+      maleMove[a] = 0;
+    }
+  }
+  void Stay(int x, int k) { ++stay[x - 1][k]; }
+  void Move(int x, int cell, int from) {
+    if (cell == from)
+      ++move[x - 1][cell];
+    else
+      ++maleMove[x - 1];
+  }
+  // Adds 1/n(a,row) `count` times to a cell, one addition after the other as the walk did.
+  static void AddRepeated(double& cell, int count, double n) {
+    if (count == 0) return;
+    const double inverse = 1 / n;
+    double v = cell;
+    for (int c = 0; c < count; ++c) v += inverse;
+    cell = v;
+  }
+  void AddTo(AgeStageTables& T, int m, int lastAge) {
+    for (int x = 1; x <= lastAge; ++x) {
+      for (int k = 1; k <= m + 1 && k < kRows; ++k) {
+        if (stay[x - 1][k]) AddRepeated(T.Gxj(x - 1, k), stay[x - 1][k], T.Nxj(x - 1, k));
+        if (move[x - 1][k]) AddRepeated(T.Dxj(x - 1, k), move[x - 1][k], T.Nxj(x - 1, k));
+      }
+      if (maleMove[x - 1]) AddRepeated(T.Dxj(x - 1, m), maleMove[x - 1], T.Nxj(x - 1, m - 1));
+    }
+  }
+};
 
 }  // namespace
 
@@ -143,14 +203,14 @@ void LifeTableEngine::Life03Gosub120() {
     }
   }
 
-  // With a flow record the steps run as the procedures that record themselves; otherwise the
-  // same steps run in line, with 1/n(x-1,k) divided once per age and row.
+  // With a flow record the walk goes age by age through the procedures that record
+  // themselves. Otherwise it goes individual by individual, each one's days in a row (an
+  // individual's steps depend on nobody else's), and the sums of g and d follow.
   const std::string& flowMode = S.options.FlowMode;
   const bool recorded = !(flowMode.empty() || flowMode[0] == 'N');
-  double inverse[kMaxStage + 3];
-  for (int x = 1; x <= T.LastAge; ++x) {
-    L.WalkAge = x;
-    if (recorded) {
+  if (recorded || m + 1 >= CountingSink::kRows || T.LastAge > kMaxAge) {
+    for (int x = 1; x <= T.LastAge; ++x) {
+      L.WalkAge = x;
       for (int i = 1; i <= N; ++i) {
         const int k = L.CurrentStage(i);
         if (k > m) continue;
@@ -162,20 +222,23 @@ void LifeTableEngine::Life03Gosub120() {
         else
           Life03Gosub700();
       }
-      continue;
     }
-    for (int k = 1; k <= m + 1 && k <= kMaxStage; ++k) inverse[k] = 1 / T.Nxj(x - 1, k);
-    auto rowInverse = [&](int k) { return k >= 1 && k <= kMaxStage ? inverse[k] : 1 / T.Nxj(x - 1, k); };
+  } else {
+    static thread_local CountingSink sink;  // made once per thread; the walk allocates nothing
+    sink.Clear(T.LastAge);
+    int lastWalked = 0;  // the individual walked last at the last age
     for (int i = 1; i <= N; ++i) {
-      const int k = L.CurrentStage(i);
-      if (k > m) continue;
-      L.WalkIndividual = i;
-      if (k < m - 1)
-        WalkPreadult(T, L, m, i, x, rowInverse);
-      else if (k == m - 1)
-        WalkLastPreadult(T, L, C, m, i, x, rowInverse);
-      else
-        WalkAdult(T, L, C, m, i, x, rowInverse);
+      const bool female = IsText(C.IndividualSex(i), 'F');
+      for (int x = 1; x <= T.LastAge; ++x) {
+        if (L.CurrentStage(i) > m) break;  // the stage only grows: dead or gone for good
+        WalkStep(T, L, female, m, i, x, sink);
+        if (x == T.LastAge) lastWalked = i;
+      }
+    }
+    sink.AddTo(T, m, T.LastAge);
+    if (T.LastAge >= 1) {
+      L.WalkAge = T.LastAge;
+      if (lastWalked > 0) L.WalkIndividual = lastWalked;
     }
   }
 
@@ -188,28 +251,26 @@ void LifeTableEngine::Life03Gosub120() {
 // A preadult stage before the last one: stay, or move to the next stage.
 void LifeTableEngine::Life03Gosub850() {
   FlowEngine("Life03Gosub850 (boot record)");
-  auto& T = W.tables;
-  const int x = W.lifeTable.WalkAge;
-  WalkPreadult(T, W.lifeTable, S.header.StageCount, W.lifeTable.WalkIndividual, x,
-               [&](int k) { return 1 / T.Nxj(x - 1, k); });
+  AddingSink sink{W.tables};
+  WalkPreadult(W.tables, W.lifeTable, S.header.StageCount, W.lifeTable.WalkIndividual, W.lifeTable.WalkAge, sink);
 }
 
 // The last preadult stage.
 void LifeTableEngine::Life03Gosub410() {
   FlowEngine("Life03Gosub410");
-  auto& T = W.tables;
-  const int x = W.lifeTable.WalkAge;
-  WalkLastPreadult(T, W.lifeTable, W.cohort, S.header.StageCount, W.lifeTable.WalkIndividual, x,
-                   [&](int k) { return 1 / T.Nxj(x - 1, k); });
+  AddingSink sink{W.tables};
+  const int i = W.lifeTable.WalkIndividual;
+  WalkLastPreadult(W.tables, W.lifeTable, IsText(W.cohort.IndividualSex(i), 'F'), S.header.StageCount, i,
+                   W.lifeTable.WalkAge, sink);
 }
 
 // The adult stage.
 void LifeTableEngine::Life03Gosub700() {
   FlowEngine("Life03Gosub700");
-  auto& T = W.tables;
-  const int x = W.lifeTable.WalkAge;
-  WalkAdult(T, W.lifeTable, W.cohort, S.header.StageCount, W.lifeTable.WalkIndividual, x,
-            [&](int k) { return 1 / T.Nxj(x - 1, k); });
+  AddingSink sink{W.tables};
+  const int i = W.lifeTable.WalkIndividual;
+  WalkAdult(W.tables, W.lifeTable, IsText(W.cohort.IndividualSex(i), 'F'), S.header.StageCount, i,
+            W.lifeTable.WalkAge, sink);
 }
 
 void LifeTableEngine::Life03Gosub1050() {

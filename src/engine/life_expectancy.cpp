@@ -28,9 +28,12 @@ void LifeTableEngine::AgeStageLifeExpectancy() {
       int d = 0;
       sp(x, j) = 1;
       double e = 1;  // the start cell counts a whole time unit
+      // The value just stored is carried on in hand: the same products, without reading back.
+      double before = 1;
       for (int y = x + 1; y <= last && y <= lastOfJ; ++y) {
-        sp(y, j) = T.Gxj(y - 1, j) * sp(y - 1, j);
-        e += sp(y, j);
+        before = T.Gxj(y - 1, j) * before;
+        sp(y, j) = before;
+        e += before;
       }
       if (j < m) {
         for (int k = j + 1; k <= m + 1; ++k) {
@@ -39,10 +42,11 @@ void LifeTableEngine::AgeStageLifeExpectancy() {
           const int lastOfK = L.StageLastAge(k);
           for (int y = x + d; y <= last && y <= lastOfK; ++y) {
             if (y == x + d)
-              sp(y, k) = T.Dxj(y - 1, k - 1) * sp(y - 1, src);
+              before = T.Dxj(y - 1, k - 1) * sp(y - 1, src);
             else
-              sp(y, k) = T.Gxj(y - 1, k) * sp(y - 1, k) + T.Dxj(y - 1, k - 1) * sp(y - 1, src);
-            e += sp(y, k);
+              before = T.Gxj(y - 1, k) * before + T.Dxj(y - 1, k - 1) * sp(y - 1, src);
+            sp(y, k) = before;
+            e += before;
           }
         }
       }

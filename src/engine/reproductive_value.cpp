@@ -65,14 +65,17 @@ void ParameterEngine::Life05Gosub1480() {
   const int m = S.header.StageCount;
   double acc = p.VAcc;
   int d = 0;
+  // The value just stored is carried on in hand: the same products, without reading back.
+  double before = 0;
   for (int k = p.VStartStage + 1; k <= m; ++k) {
     ++d;
     for (int y = x + d; y <= t.LastAge && y <= lt.StageLastAge(k); ++y) {
       if (y == x + d)
-        p.Survivors(y, k) = t.Dxj(y - 1, k - 1) * p.Survivors(y - 1, k - 1);
+        before = t.Dxj(y - 1, k - 1) * p.Survivors(y - 1, k - 1);
       else
-        p.Survivors(y, k) = t.Gxj(y - 1, k) * p.Survivors(y - 1, k) + t.Dxj(y - 1, k - 1) * p.Survivors(y - 1, k - 1);
-      acc = DiscountAt(p.r, y, tu) * p.Survivors(y, k) * t.Fxj(y, k) + acc;
+        before = t.Gxj(y - 1, k) * before + t.Dxj(y - 1, k - 1) * p.Survivors(y - 1, k - 1);
+      p.Survivors(y, k) = before;
+      acc = DiscountAt(p.r, y, tu) * before * t.Fxj(y, k) + acc;
     }
   }
   p.VAcc = acc;
@@ -87,11 +90,13 @@ void ParameterEngine::AgeStageReproductiveValue(bool keepBasicCopy) {
   MakeDiscountTable(p.r, tu, t.LastAge);
   for (int j = 1; j <= m; ++j) {
     for (int x = lt.StageFirstAge(j); x <= lt.StageLastAge(j); ++x) {
-      p.Survivors(x, j) = t.Sxj(x, j);
-      double acc = DiscountAt(p.r, x, tu) * p.Survivors(x, j) * t.Fxj(x, j);
+      double before = t.Sxj(x, j);
+      p.Survivors(x, j) = before;
+      double acc = DiscountAt(p.r, x, tu) * before * t.Fxj(x, j);
       for (int y = x + 1; y <= t.LastAge && y <= lt.StageLastAge(j); ++y) {
-        p.Survivors(y, j) = t.Gxj(y - 1, j) * p.Survivors(y - 1, j);
-        acc = DiscountAt(p.r, y, tu) * p.Survivors(y, j) * t.Fxj(y, j) + acc;
+        before = t.Gxj(y - 1, j) * before;
+        p.Survivors(y, j) = before;
+        acc = DiscountAt(p.r, y, tu) * before * t.Fxj(y, j) + acc;
       }
       const double ex = DiscountAt(p.r, x, tu);
       if (j < m) {
