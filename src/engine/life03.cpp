@@ -1,7 +1,9 @@
 // Life03: the day-by-day walk of every individual through its stages into n(x,j), with the
 // growth and development probabilities g(x,j) and d(x,j) built as sums of 1/n; then the
 // female fecundity on the age axis, s(x,j), the stage age ranges and the cohort's cost.
+#include <cmath>
 #include <cstdint>
+#include <vector>
 
 #include "engine/life_table_engine.h"
 #include "text/short_text.h"
@@ -37,63 +39,79 @@ void LifeTableEngine::Life03() {
 
 namespace {
 
-// Takes the day of entry off the duration of the stage just entered; a negative duration that
+// One individual in the walk: its stage, the days left of that stage (carried in hand), and
+// its row of days left by stage, which gets `left` back whenever the stage is left. While the
+// individual is in a stage up to m, `left` stands for row[stage].
+struct Walker {
+  int stage;
+  double left;
+  double* row;
+};
+
+// Enters the next stage and takes the day of entry off its duration; a negative duration that
 // runs out marks the individual dead.
-inline void EnterStage(double& w2, int& stage, int dead) {
-  if (w2 > 0) {
-    w2 -= 1;
+inline void EnterNext(Walker& v, int next, int dead) {
+  v.stage = next;
+  v.left = v.row[next];
+  if (v.left > 0) {
+    v.left -= 1;
   } else {
-    w2 += 1;
-    if (w2 == 0) stage = dead;
+    v.left += 1;
+    if (v.left == 0) {
+      v.row[next] = v.left;
+      v.stage = dead;
+    }
   }
 }
 
-// The steps of the walk of individual i at age x. They count n(x,.) and hand the sink the
+// The steps of the walk of an individual at age x. They count n(x,.) and hand the sink the
 // events of g and d: Stay(x, k), one more 1/n(x-1,k) for g(x-1,k); Move(x, cell, from), one
 // more 1/n(x-1,from) for d(x-1,cell). Every addition to a cell of g or d adds the same value,
 // 1/n of one row at age x-1, which is complete before age x is walked.
 
 // A preadult stage before the last one: stay, or move to the next stage.
 template <class Sink>
-inline void WalkPreadult(AgeStageTables& T, LifeTableWork& L, int m, int i, int x, Sink& sink) {
-  int& stage = L.CurrentStage(i);
-  const int k = stage;
-  double& w = L.RemainingDuration(i, k);
-  if (w != 0) {
+inline void WalkPreadult(AgeStageTables& T, Walker& v, int m, int x, Sink& sink) {
+  const int k = v.stage;
+  if (v.left != 0) {
     T.Nxj(x, k) += 1;
     sink.Stay(x, k);
-    if (w > 0) {
-      w -= 1;
+    if (v.left > 0) {
+      v.left -= 1;
     } else {
-      w += 1;
-      if (w == 0) stage = m + 1;
+      v.left += 1;
+      if (v.left == 0) {
+        v.row[k] = v.left;
+        v.stage = m + 1;
+      }
     }
   } else {
-    stage += 1;
+    v.row[k] = v.left;
     sink.Move(x, k, k);
     T.Nxj(x, k + 1) += 1;
-    EnterStage(L.RemainingDuration(i, k + 1), stage, m + 1);
+    EnterNext(v, k + 1, m + 1);
   }
 }
 
 // The last preadult stage: a move goes to the female or to the male adult stage. The move to
 // the female stage is kept in d(x,m-1), the move to the male stage in d(x,m).
 template <class Sink>
-inline void WalkLastPreadult(AgeStageTables& T, LifeTableWork& L, bool female, int m, int i, int x, Sink& sink) {
-  int& stage = L.CurrentStage(i);
-  const int k = stage;
-  double& w = L.RemainingDuration(i, k);
-  if (w != 0) {
+inline void WalkLastPreadult(AgeStageTables& T, Walker& v, bool female, int m, int x, Sink& sink) {
+  const int k = v.stage;
+  if (v.left != 0) {
     T.Nxj(x, k) += 1;
     sink.Stay(x, k);
-    if (w > 0) {
-      w -= 1;
+    if (v.left > 0) {
+      v.left -= 1;
     } else {
-      w += 1;
-      if (w == 0) stage = m + 1;
+      v.left += 1;
+      if (v.left == 0) {
+        v.row[k] = v.left;
+        v.stage = m + 1;
+      }
     }
   } else {
-    stage += 1;
+    v.row[k] = v.left;
     if (female) {
       sink.Move(x, k, k);
       T.Nxj(x, k + 1) += 1;
@@ -101,35 +119,64 @@ inline void WalkLastPreadult(AgeStageTables& T, LifeTableWork& L, bool female, i
       sink.Move(x, k + 1, k);
       T.Nxj(x, k + 2) += 1;
     }
-    EnterStage(L.RemainingDuration(i, k + 1), stage, m + 1);
+    EnterNext(v, k + 1, m + 1);
   }
 }
 
 // The adult stage: females count in row m, every other sex in row m + 1.
 template <class Sink>
-inline void WalkAdult(AgeStageTables& T, LifeTableWork& L, bool female, int m, int i, int x, Sink& sink) {
-  int& stage = L.CurrentStage(i);
-  double& w = L.RemainingDuration(i, stage);
-  if (w == 0) {
-    stage += 1;  // its last day was the day before
+inline void WalkAdult(AgeStageTables& T, Walker& v, bool female, int m, int x, Sink& sink) {
+  if (v.left == 0) {
+    v.row[v.stage] = v.left;
+    v.stage += 1;  // its last day was the day before
     return;
   }
   const int row = female ? m : m + 1;
   T.Nxj(x, row) += 1;
   sink.Stay(x, row);
-  w -= 1;
-  if (w == 0) stage = m + 1;
+  v.left -= 1;
+  if (v.left == 0) {
+    v.row[v.stage] = v.left;
+    v.stage = m + 1;
+  }
 }
 
 template <class Sink>
-inline void WalkStep(AgeStageTables& T, LifeTableWork& L, bool female, int m, int i, int x, Sink& sink) {
-  const int k = L.CurrentStage(i);
-  if (k < m - 1)
-    WalkPreadult(T, L, m, i, x, sink);
-  else if (k == m - 1)
-    WalkLastPreadult(T, L, female, m, i, x, sink);
+inline void WalkStep(AgeStageTables& T, Walker& v, bool female, int m, int x, Sink& sink) {
+  if (v.stage < m - 1)
+    WalkPreadult(T, v, m, x, sink);
+  else if (v.stage == m - 1)
+    WalkLastPreadult(T, v, female, m, x, sink);
   else
-    WalkAdult(T, L, female, m, i, x, sink);
+    WalkAdult(T, v, female, m, x, sink);
+}
+
+// The walker of individual i, in a stage up to m, from the workspace; Done puts it back.
+inline Walker TakeWalker(LifeTableWork& L, int i, int m) {
+  L.RemainingDuration(i, m);  // the row holds stages up to m
+  Walker v{L.CurrentStage(i), 0, &L.RemainingDuration(i, 0)};
+  v.left = L.RemainingDuration(i, v.stage);
+  return v;
+}
+inline void PutWalker(LifeTableWork& L, int i, int m, const Walker& v) {
+  if (v.stage <= m) v.row[v.stage] = v.left;
+  L.CurrentStage(i) = v.stage;
+}
+
+// The sum 1/n + 1/n + ... (count terms, from 0, one addition after the other), for the n and
+// counts of a cohort; computed once, on first use.
+double RepeatedInverseSum(int n, int count) {
+  constexpr int kN = static_cast<int>(kMaxIndividual) + 1;
+  static const std::vector<double> table = [] {
+    std::vector<double> t(static_cast<std::size_t>(kN) * kN, 0.0);
+    for (int a = 1; a < kN; ++a) {
+      const double inverse = 1 / static_cast<double>(a);
+      double v = 0;
+      for (int c = 1; c < kN; ++c) t[static_cast<std::size_t>(a) * kN + c] = v += inverse;
+    }
+    return t;
+  }();
+  return table[static_cast<std::size_t>(n) * kN + count];
 }
 
 // The events added to g and d at once, as the walk meets them.
@@ -162,6 +209,11 @@ struct CountingSink {
   // Adds 1/n(a,row) `count` times to a cell, one addition after the other as the walk did.
   static void AddRepeated(double& cell, int count, double n) {
     if (count == 0) return;
+    if (cell == 0 && !std::signbit(cell) && n >= 1 && n <= kMaxIndividual && n == std::floor(n) &&
+        count <= kMaxIndividual) {
+      cell = RepeatedInverseSum(static_cast<int>(n), count);
+      return;
+    }
     const double inverse = 1 / n;
     double v = cell;
     for (int c = 0; c < count; ++c) v += inverse;
@@ -228,12 +280,15 @@ void LifeTableEngine::Life03Gosub120() {
     sink.Clear(T.LastAge);
     int lastWalked = 0;  // the individual walked last at the last age
     for (int i = 1; i <= N; ++i) {
+      if (L.CurrentStage(i) > m) continue;
       const bool female = IsText(C.IndividualSex(i), 'F');
+      Walker v = TakeWalker(L, i, m);
       for (int x = 1; x <= T.LastAge; ++x) {
-        if (L.CurrentStage(i) > m) break;  // the stage only grows: dead or gone for good
-        WalkStep(T, L, female, m, i, x, sink);
+        if (v.stage > m) break;  // the stage only grows: dead or gone for good
+        WalkStep(T, v, female, m, x, sink);
         if (x == T.LastAge) lastWalked = i;
       }
+      PutWalker(L, i, m, v);
     }
     sink.AddTo(T, m, T.LastAge);
     if (T.LastAge >= 1) {
@@ -252,25 +307,33 @@ void LifeTableEngine::Life03Gosub120() {
 void LifeTableEngine::Life03Gosub850() {
   FlowEngine("Life03Gosub850 (boot record)");
   AddingSink sink{W.tables};
-  WalkPreadult(W.tables, W.lifeTable, S.header.StageCount, W.lifeTable.WalkIndividual, W.lifeTable.WalkAge, sink);
+  auto& L = W.lifeTable;
+  const int m = S.header.StageCount, i = L.WalkIndividual;
+  Walker v = TakeWalker(L, i, m);
+  WalkPreadult(W.tables, v, m, L.WalkAge, sink);
+  PutWalker(L, i, m, v);
 }
 
 // The last preadult stage.
 void LifeTableEngine::Life03Gosub410() {
   FlowEngine("Life03Gosub410");
   AddingSink sink{W.tables};
-  const int i = W.lifeTable.WalkIndividual;
-  WalkLastPreadult(W.tables, W.lifeTable, IsText(W.cohort.IndividualSex(i), 'F'), S.header.StageCount, i,
-                   W.lifeTable.WalkAge, sink);
+  auto& L = W.lifeTable;
+  const int m = S.header.StageCount, i = L.WalkIndividual;
+  Walker v = TakeWalker(L, i, m);
+  WalkLastPreadult(W.tables, v, IsText(W.cohort.IndividualSex(i), 'F'), m, L.WalkAge, sink);
+  PutWalker(L, i, m, v);
 }
 
 // The adult stage.
 void LifeTableEngine::Life03Gosub700() {
   FlowEngine("Life03Gosub700");
   AddingSink sink{W.tables};
-  const int i = W.lifeTable.WalkIndividual;
-  WalkAdult(W.tables, W.lifeTable, IsText(W.cohort.IndividualSex(i), 'F'), S.header.StageCount, i,
-            W.lifeTable.WalkAge, sink);
+  auto& L = W.lifeTable;
+  const int m = S.header.StageCount, i = L.WalkIndividual;
+  Walker v = TakeWalker(L, i, m);
+  WalkAdult(W.tables, v, IsText(W.cohort.IndividualSex(i), 'F'), m, L.WalkAge, sink);
+  PutWalker(L, i, m, v);
 }
 
 void LifeTableEngine::Life03Gosub1050() {
