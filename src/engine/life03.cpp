@@ -349,9 +349,13 @@ void LifeTableEngine::Life03Gosub1050() {
   for (int i = 1; i <= N; ++i) {
     if (!IsText(C.IndividualSex(i), 'F')) continue;
     const double P = m >= 2 ? L.CumulativeDuration(i, m - 1) : 0;
-    for (int a = 1; a <= C.MaxLongevity; ++a) {
-      if (a <= P) continue;
-      const double e = C.Fecundity(i, static_cast<long>(CIntValue(a - P)));
+    // A whole number of preadult days: the ages up to P are passed over at once, and a - P
+    // is whole already.
+    const bool whole = P >= 0 && P < 1e9 && P == std::floor(P);
+    for (int a = whole ? static_cast<int>(P) + 1 : 1; a <= C.MaxLongevity; ++a) {
+      if (!whole && a <= P) continue;
+      const long day = whole ? a - static_cast<long>(P) : static_cast<long>(CIntValue(a - P));
+      const double e = C.Fecundity(i, day);
       if (e < 0) break;
       T.Fxj(a - 1, m) += e;
     }

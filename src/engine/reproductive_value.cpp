@@ -20,6 +20,15 @@ inline double Discount(double r, int a, double timeUnit) {
 
 }  // namespace
 
+// The same value as Discount(r, a, timeUnit), from the table where it holds it. The r and the
+// time unit are compared bit for bit (a NaN never matches: it is computed anew).
+inline double ParameterEngine::DiscountAt(double r, int a, double timeUnit) const {
+  if (a >= 0 && a <= discountLast_ && r == discountR_ && timeUnit == discountTimeUnit_ &&
+      std::signbit(r) == std::signbit(discountR_))
+    return discount_[a];
+  return Discount(r, a, timeUnit);
+}
+
 void ParameterEngine::MakeDiscountTable(double r, double timeUnit, int lastAge) {
   discountLast_ = -1;
   discountR_ = r;
@@ -27,15 +36,6 @@ void ParameterEngine::MakeDiscountTable(double r, double timeUnit, int lastAge) 
   const int last = lastAge < 0 ? -1 : (lastAge > kMaxAge + 1 ? static_cast<int>(kMaxAge) + 1 : lastAge);
   for (int a = 0; a <= last; ++a) discount_[a] = Discount(r, a, timeUnit);
   discountLast_ = last;
-}
-
-// The same value as Discount(r, a, timeUnit), from the table where it holds it. The r and the
-// time unit are compared bit for bit (a NaN never matches: it is computed anew).
-double ParameterEngine::DiscountAt(double r, int a, double timeUnit) const {
-  if (a >= 0 && a <= discountLast_ && r == discountR_ && timeUnit == discountTimeUnit_ &&
-      std::signbit(r) == std::signbit(discountR_))
-    return discount_[a];
-  return Discount(r, a, timeUnit);
 }
 
 void ParameterEngine::Life05Gosub90Then1080() {
