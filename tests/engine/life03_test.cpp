@@ -1,6 +1,11 @@
 // The walk of the cohort into n(x,j), g(x,j), d(x,j), and f(x,j), s(x,j) after it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <vector>
+
 #include "support/cohort.h"
 #include "support/fake_prompts.h"
 #include "engine/life_table_engine.h"
@@ -215,6 +220,77 @@ TEST(Walk, SurvivalRebuiltFromGrowthAndDevelopmentEqualsCountsOverN) {
     for (int j = 1; j <= m + 1; ++j)
       EXPECT_NEAR(s[static_cast<std::size_t>(x)][static_cast<std::size_t>(j)], T.Nxj(x, j) / N, 1e-12)
           << "x=" << x << " j=" << j;
+}
+
+// The walk goes individual by individual with the sums of g and d added after it, or age by
+// age through the steps that record themselves when a flow record is on (Boot = 2 with
+// FlowMode "Yes" records nothing but takes that way). Both give every table bit for bit, on a
+// cohort with odd durations: fractions that never run out, negative adult days, deaths on the
+// day of entry, and many individuals in one cell (sums of many 1/n).
+TEST(Walk, AgeByAgeAndIndividualByIndividualAgreeBitForBit) {
+  std::vector<test::Individual> cohort;
+  unsigned seed = 7;
+  auto next = [&](unsigned range) {
+    seed = seed * 1103515245u + 12345u;
+    return static_cast<int>((seed >> 16) % range);
+  };
+  for (int i = 0; i < 150; ++i) {
+    const int kind = next(10);
+    std::vector<double> d;
+    if (kind == 0) {
+      d = {static_cast<double>(1 + next(3)), -static_cast<double>(1 + next(2))};
+    } else if (kind == 1) {
+      d = {2, 2.5, 1};  // a fraction: the larva never leaves its stage
+    } else if (kind == 2) {
+      d = {-1};  // dead on the day of hatching
+    } else {
+      d = {static_cast<double>(1 + next(4)), static_cast<double>(1 + next(3)),
+           static_cast<double>(kind == 3 ? -(1 + next(3)) : 1 + next(20))};
+    }
+    cohort.push_back({kind == 0 || kind == 2 ? "N" : kind == 3 ? "M" : kind % 2 ? "F" : "M", d, {1, 2, 3}});
+  }
+  auto walk = [&](const char* flowMode) {
+    auto e = std::make_unique<Engine>();
+    LoadCohort(e->S, 3, cohort);
+    e->S.ws.run.Boot = 2;
+    e->E.Life01();
+    e->S.options.FlowMode = flowMode;
+    e->E.Life03();
+    return e;
+  };
+  const auto a = walk("No");
+  const auto b = walk("Yes");
+  const auto& Ta = a->S.ws.tables;
+  const auto& Tb = b->S.ws.tables;
+  ASSERT_EQ(Ta.LastAge, Tb.LastAge);
+  ASSERT_GT(Ta.LastAge, 20);
+  auto same = [](double u, double v) { return std::memcmp(&u, &v, sizeof u) == 0; };
+  for (int x = 0; x <= Ta.LastAge + 1; ++x) {
+    for (int j = 1; j <= 4; ++j) {
+      EXPECT_TRUE(same(Ta.Nxj(x, j), Tb.Nxj(x, j))) << "n(" << x << "," << j << ")";
+      EXPECT_TRUE(same(Ta.Gxj(x, j), Tb.Gxj(x, j))) << "g(" << x << "," << j << ")";
+      EXPECT_TRUE(same(Ta.Dxj(x, j), Tb.Dxj(x, j))) << "d(" << x << "," << j << ")";
+      EXPECT_TRUE(same(Ta.Sxj(x, j), Tb.Sxj(x, j))) << "s(" << x << "," << j << ")";
+    }
+  }
+  const auto& La = a->S.ws.lifeTable;
+  const auto& Lb = b->S.ws.lifeTable;
+  for (int i = 1; i <= 150; ++i) {
+    EXPECT_EQ(La.CurrentStage(i), Lb.CurrentStage(i)) << i;
+    for (int j = 1; j <= 3; ++j) EXPECT_TRUE(same(La.RemainingDuration(i, j), Lb.RemainingDuration(i, j))) << i;
+  }
+  EXPECT_EQ(La.WalkAge, Lb.WalkAge);
+  EXPECT_EQ(La.WalkIndividual, Lb.WalkIndividual);
+  EXPECT_EQ(La.SumNxj, Lb.SumNxj);
+  // The first cell is shared by all 150: g(0,1) + d(0,1) is 1/150 added once per individual
+  // that lived past age 0.
+  double sum = 0;
+  for (int c = 0; c < 150 - static_cast<int>(std::count_if(cohort.begin(), cohort.end(), [](const test::Individual& a) {
+                        return a.durations[0] == -1;
+                      }));
+       ++c)
+    sum += 1.0 / 150;
+  EXPECT_NEAR(Ta.Gxj(0, 1) + Ta.Dxj(0, 1), sum, 1e-12);
 }
 
 }  // namespace
