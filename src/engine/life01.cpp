@@ -124,6 +124,24 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
     variances.Fill(0);
     sds.Fill(0);
   }
+  // The cumulative times of each individual, D(1), D(1) + D(2), ... as far as its durations
+  // stay positive, are formed once instead of once per type and stage: the same sums.
+  static thread_local double runningSum[kMaxIndividual + 1][kMaxStage + 1];
+  static thread_local int positiveTo[kMaxIndividual + 1];
+  const bool formed = cumulative && N <= kMaxIndividual && m <= kMaxStage;
+  if (formed) {
+    for (int i = 1; i <= N; ++i) {
+      double v = 0;
+      positiveTo[i] = 0;
+      for (int k = 1; k <= m; ++k) {
+        const double D = C.StageDuration(i, k);
+        if (D <= 0) break;
+        v += D;
+        runningSum[i][k] = v;
+        positiveTo[i] = k;
+      }
+    }
+  }
   for (int t = 1; t <= T; ++t) {
     const std::string& code = S.header.TypeCode(t);
     for (int j = 1; j <= m; ++j) {
@@ -132,7 +150,12 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
       for (int i = 1; i <= N; ++i) {
         if (!SameText(C.IndividualSex(i), code)) continue;
         double v = 0;
-        if (!PositiveDurationSum(C, i, cumulative ? 1 : j, j, v)) continue;
+        if (formed) {
+          if (positiveTo[i] < j) continue;
+          v = runningSum[i][j];
+        } else if (!PositiveDurationSum(C, i, cumulative ? 1 : j, j, v)) {
+          continue;
+        }
         AddDuration(v, tu, s, q);
         ++count;
         if (cumulative && j == m - 1) L.PreadultTime(i) = TimeUnitToDays(v, tu);
