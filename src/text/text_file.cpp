@@ -34,7 +34,9 @@ void TextFile::Close() {
 
 void TextFile::RawText(std::string_view s) {
   if (!f_ || s.empty()) return;
-  std::fwrite(s.data(), 1, s.size(), f_);
+  // A file is written by one thread at a time (the bootstrap's workers write none): the
+  // stream's lock is not needed.
+  fwrite_unlocked(s.data(), 1, s.size(), f_);
   const std::size_t lastNewLine = s.rfind('\n');
   if (lastNewLine == std::string_view::npos)
     column_ += static_cast<int>(s.size());
