@@ -22,6 +22,9 @@ std::size_t FormatFullPrecision(double v, char* buf) {
     buf[0] = '0';
     return 1;
   }
+  // A whole number below 10^15 has at most 15 digits: the form is the integer itself.
+  if (std::fabs(v) < 1e15 && v == std::trunc(v))
+    return static_cast<std::size_t>(std::to_chars(buf, buf + kNumberTextSize, static_cast<long long>(v)).ptr - buf);
   const auto res = std::to_chars(buf, buf + kNumberTextSize, v, std::chars_format::general, 15);
   if (res.ec != std::errc()) {  // cannot happen for 15 digits; the C library as the fallback
     const int n = std::snprintf(buf, kNumberTextSize, "%.15G", v);
