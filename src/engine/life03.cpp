@@ -283,10 +283,34 @@ void LifeTableEngine::Life03Gosub120() {
       if (L.CurrentStage(i) > m) continue;
       const bool female = IsText(C.IndividualSex(i), 'F');
       Walker v = TakeWalker(L, i, m);
-      for (int x = 1; x <= T.LastAge; ++x) {
+      for (int x = 1; x <= T.LastAge;) {
         if (v.stage > m) break;  // the stage only grows: dead or gone for good
+        const int k = v.stage;
+        const double left = v.left;
+        const bool adult = k >= m;
+        // A whole number of days left (in an adult stage, a positive one): each of them is a
+        // day in the stage, counted in n and g, and the last one ends it only when the
+        // individual dies in it or its adult life runs out. A move waits for the next step.
+        if (left != 0 && left == std::floor(left) && std::fabs(left) <= kMaxAge && (!adult || left > 0)) {
+          const int run = static_cast<int>(std::fabs(left));
+          const int days = run < T.LastAge - x + 1 ? run : T.LastAge - x + 1;
+          const int row = adult ? (female ? m : m + 1) : k;
+          for (int d = 0; d < days; ++d) {
+            T.Nxj(x + d, row) += 1;
+            sink.Stay(x + d, row);
+          }
+          if (x + days - 1 == T.LastAge) lastWalked = i;
+          x += days;
+          v.left = left > 0 ? left - days : left + days;
+          if (v.left == 0 && (adult || left < 0)) {
+            v.row[k] = v.left;
+            v.stage = m + 1;
+          }
+          continue;
+        }
         WalkStep(T, v, female, m, x, sink);
         if (x == T.LastAge) lastWalked = i;
+        ++x;
       }
       PutWalker(L, i, m, v);
     }
