@@ -71,17 +71,31 @@ void LifeTableEngine::Life02Gosub660() {
   const int N = C.CohortSize;
   const bool resampling = W.run.IsResamplingFlag == "y";
 
-  // Total fecundity of every female: her list up to the closing mark.
+  // Total fecundity of every female: her list up to the closing mark. The same walk along
+  // her days sums her adult days alone (up to d, for the reproductive females below), in the
+  // same order as a walk of its own would.
+  static thread_local double adultTotal[kMaxIndividual + 1];
+  static thread_local bool laidEggs[kMaxIndividual + 1];
+  const bool kept = N <= kMaxIndividual;
   int females = 0;
   double s = 0, q = 0;
   for (int i = 1; i <= N; ++i) {
     if (!IsText(C.IndividualSex(i), 'F')) continue;
     const double d = C.StageDuration(i, m);
-    double total = 0;
+    double total = 0, adult = 0;
+    bool laid = false;
     for (long x = 1; x <= d + 1; ++x) {
       const double e = C.Fecundity(i, x);
       if (e < 0) break;
       total += e;
+      if (x <= d) {
+        adult += e;
+        if (e > 0) laid = true;
+      }
+    }
+    if (kept) {
+      adultTotal[i] = adult;
+      laidEggs[i] = laid;
     }
     ++females;
     s += total;
@@ -107,14 +121,19 @@ void LifeTableEngine::Life02Gosub660() {
   s = q = 0;
   for (int i = 1; i <= N; ++i) {
     if (!IsText(C.IndividualSex(i), 'F')) continue;
-    const double d = C.StageDuration(i, m);
     double total = 0;
     bool laid = false;
-    for (long x = 1; x <= d; ++x) {
-      const double e = C.Fecundity(i, x);
-      if (e < 0) break;
-      if (e > 0) laid = true;
-      total += e;
+    if (kept) {
+      total = adultTotal[i];
+      laid = laidEggs[i];
+    } else {
+      const double d = C.StageDuration(i, m);
+      for (long x = 1; x <= d; ++x) {
+        const double e = C.Fecundity(i, x);
+        if (e < 0) break;
+        if (e > 0) laid = true;
+        total += e;
+      }
     }
     if (!laid) continue;
     ++reproductive;
