@@ -81,6 +81,19 @@ void PoolSummary::Build(const SessionStore& S) {
     PoolIndividual& p = individuals[static_cast<std::size_t>(k)];
     const std::string& sex = pool.OriginalSex(k);
     p.code = sex.size() == 1 ? sex[0] : '?';
+    // The longevity as PrepareSampleForEngine sums it, rounded at each stage up to the death.
+    try {
+      std::int32_t total = 0;
+      for (int j = 1; j <= m; ++j) {
+        const double d = pool.OriginalStageDuration(k, j);
+        total = CInt16(total + std::fabs(d));
+        if (d < 0) break;
+      }
+      p.longevity = total;
+      p.longevityKnown = true;
+    } catch (const OverflowFault&) {
+      p.longevityKnown = false;  // the sample's own sum meets the fault
+    }
     if (p.code != 'F') {
       p.plain = true;
       continue;
@@ -227,10 +240,21 @@ void Resampling::PrepareSampleForEngine() {
   double eggs = 0;
   for (int position = 1; position <= n; ++position) {
     std::int32_t total = 0;
-    for (int j = 1; j <= m; ++j) {
-      const double d = C.StageDuration(position, j);
-      total = CInt16(total + std::fabs(d));
-      if (d < 0) break;
+    const PoolIndividual* known = nullptr;
+    if (pool_) {
+      const long k = R.BootIndividuals(position, b);
+      if (k >= 1 && static_cast<std::size_t>(k) < pool_->individuals.size() &&
+          pool_->individuals[static_cast<std::size_t>(k)].longevityKnown)
+        known = &pool_->individuals[static_cast<std::size_t>(k)];
+    }
+    if (known) {
+      total = known->longevity;  // her durations stand in the sample as in the pool
+    } else {
+      for (int j = 1; j <= m; ++j) {
+        const double d = C.StageDuration(position, j);
+        total = CInt16(total + std::fabs(d));
+        if (d < 0) break;
+      }
     }
     C.TotalLongevity(position) = total;
     if (total > C.MaxLongevity) C.MaxLongevity = total;

@@ -28,6 +28,8 @@ struct PoolIndividual {
   bool laid = false;         // eggs > 0 on one of the copied days
   int fecundityDays = 0;     // days 1..fecundityDays are copied
   double eggs = 0;           // her eggs on days 1..d, a whole number
+  bool longevityKnown = false;  // the longevity below stands (its sum met no fault)
+  std::int32_t longevity = 0;   // the sum of her stage durations as a sample's preparation forms it
 };
 struct PoolSummary {
   std::vector<PoolIndividual> individuals;  // index 1..N of the pool
