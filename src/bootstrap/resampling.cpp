@@ -75,10 +75,10 @@ void PoolSummary::Build(const SessionStore& S) {
   const Pool& pool = S.pool;
   const int N = pool.OriginalCohortSize;
   const int m = S.header.StageCount;
-  individuals.assign(static_cast<std::size_t>(std::max(N, 0) + 1), PoolIndividual{});
+  individuals.assign(static_cast<std::size_t>(std::max(N, 0) + 1), PoolEntry{});
   if (N < 1 || N > kMaxIndividual || m < 1 || m > kMaxStage) return;  // the copy day by day meets the fault
   for (int k = 1; k <= N; ++k) {
-    PoolIndividual& p = individuals[static_cast<std::size_t>(k)];
+    PoolEntry& p = individuals[static_cast<std::size_t>(k)];
     const std::string& sex = pool.OriginalSex(k);
     p.code = sex.size() == 1 ? sex[0] : '?';
     // The longevity as PrepareSampleForEngine sums it, rounded at each stage up to the death.
@@ -131,7 +131,7 @@ void PoolSummary::Build(const SessionStore& S) {
 // The copy of an individual of the plain case (see PoolSummary). False: not plain, nothing done.
 bool Resampling::CopyPlainIndividual(int position, int k) {
   if (!pool_ || k < 1 || static_cast<std::size_t>(k) >= pool_->individuals.size()) return false;
-  const PoolIndividual& p = pool_->individuals[static_cast<std::size_t>(k)];
+  const PoolEntry& p = pool_->individuals[static_cast<std::size_t>(k)];
   if (!p.plain) return false;
   const long b = SampleNo();
   BootstrapRecord& R = S.boot;
@@ -240,7 +240,7 @@ void Resampling::PrepareSampleForEngine() {
   double eggs = 0;
   for (int position = 1; position <= n; ++position) {
     std::int32_t total = 0;
-    const PoolIndividual* known = nullptr;
+    const PoolEntry* known = nullptr;
     if (pool_) {
       const long k = R.BootIndividuals(position, b);
       if (k >= 1 && static_cast<std::size_t>(k) < pool_->individuals.size() &&

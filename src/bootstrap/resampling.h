@@ -21,7 +21,7 @@ enum ListMark : std::int8_t { kMarkEffectiveList = 1, kMarkIneffectiveList = 2 }
 // loop: the fecundity days to copy, the eggs of her adult days, whether she ever laid. An
 // individual whose values leave the plain case (eggs that are not whole numbers, a fault on
 // the way) is marked `plain = false` and is copied day by day as before.
-struct PoolIndividual {
+struct PoolEntry {
   char code = '?';           // "F", "M" or "N"; '?' for any other sex text
   bool plain = false;        // the summary may stand for the day-by-day copy
   bool critical = false;     // a female of at least CriticalFemaleAge days
@@ -32,7 +32,7 @@ struct PoolIndividual {
   std::int32_t longevity = 0;   // the sum of her stage durations as a sample's preparation forms it
 };
 struct PoolSummary {
-  std::vector<PoolIndividual> individuals;  // index 1..N of the pool
+  std::vector<PoolEntry> individuals;  // index 1..N of the pool
   void Build(const SessionStore& S);
 };
 

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <vector>
+
 #include "bootstrap/bootstrap_driver.h"
 #include "bootstrap/bootstrap_fixture.h"
 #include "bootstrap/resampling.h"
@@ -178,6 +181,61 @@ TEST(Resampling, FecunditySumIsAnIntegerField) {
   EXPECT_EQ(S->ws.boot.SampleFecunditySum, 0);
   EXPECT_EQ(S->boot.BootEffectLabel(1), kLabelIneffective);
   EXPECT_EQ(S->boot.BootNfr(1), 1);
+}
+
+// Before the loop the driver sums up each individual of the pool (PoolSummary) and copies the
+// plain ones from it; samples drawn with the summary are those drawn day by day without it,
+// field for field: whole and fractional eggs (0.5 a day keeps the rounded sum at 0), an
+// infertile female, females below and above the critical age, males, deaths, a negative
+// adult life of a male, and an egg count beyond the 32-bit sum (the overflow fault, both ways).
+TEST(Resampling, PoolSummaryDrawsTheSamplesOfTheDayByDayCopy) {
+  const std::vector<PoolIndividual> pool = {
+      {"F", {3, 6}, {0, 5, 2, 0, 7, 1}}, {"F", {2, 4}, {0.5, 0.5, 0.5, 0.5}}, {"F", {3, 2}, {0, 0}},
+      {"M", {2, 5}, {}},                 {"N", {2, -3}, {}},                  {"M", {4, -2}, {}},
+      {"F", {1, 9}, {1, 2, 3, 4, 5, 6, 7, 8, 9}}};
+  auto draw = [&](bool summary, long samples, double bigEggs) {
+    auto S = boottest::MakePoolStore(2, pool, 9);
+    S->settings.CriticalFemaleAge = 5;
+    S->boot.EffectiveOnly = "No";
+    S->boot.RunSeed = 2024;
+    if (bigEggs > 0) S->pool.OriginalFecundity(7, 4) = bigEggs;
+    PoolSummary sum;
+    sum.Build(*S);
+    ListPrompts P;
+    SampleGenerator g;
+    auto W = std::make_unique<Workspace>(S->ws);
+    Resampling r(*S, P, *W, g);
+    if (summary) r.UsePoolSummary(&sum);
+    std::vector<double> seen;
+    for (long b = 1; b <= samples; ++b) {
+      W->run.Boot = static_cast<double>(b);
+      r.cmdBoot03();
+      const BootstrapRecord& R = S->boot;
+      for (double v : {double(R.BootNf(b)), double(R.BootNm(b)), double(R.BootNn(b)), double(R.BootNfr(b)),
+                       double(R.BootNfrReal(b)), double(R.BootCANf(b)), double(R.BootEffectLabel(b)),
+                       double(W->boot.SampleFecunditySum)})
+        seen.push_back(v);
+      if (R.BootEffectLabel(b) != kLabelEffective) continue;
+      seen.push_back(R.BootF(b));
+      seen.push_back(W->cohort.MaxLongevity);
+      for (int p = 1; p <= 9; ++p) {
+        seen.push_back(R.BootIndividuals(p, b));
+        seen.push_back(W->cohort.TotalLongevity(p));
+        seen.push_back(W->boot.SampleIndividualFecundity(p));
+        for (int j = 1; j <= 2; ++j) seen.push_back(W->cohort.StageDuration(p, j));
+        if (W->cohort.IndividualSex(p) == "F")
+          for (int day = 1; day <= 10; ++day) seen.push_back(W->cohort.Fecundity(p, day));
+      }
+    }
+    return seen;
+  };
+  const auto plain = draw(false, 300, 0);
+  const auto summed = draw(true, 300, 0);
+  ASSERT_EQ(plain.size(), summed.size());
+  for (std::size_t k = 0; k < plain.size(); ++k) ASSERT_EQ(plain[k], summed[k]) << k;
+  // Eggs of 2^31 in one day: the rounded sum leaves the 32-bit range in either copy.
+  EXPECT_THROW(draw(false, 300, 2147483648.0), OverflowFault);
+  EXPECT_THROW(draw(true, 300, 2147483648.0), OverflowFault);
 }
 
 }  // namespace
