@@ -1,7 +1,7 @@
 #pragma once
 // Dialogue answers for runs on crafted input: every question that lets the run go on is
-// answered so that it goes on, every other dialogue takes its default, and a file chooser gets
-// the file of its title or nothing.
+// answered so that it goes on, every other dialogue takes its default (or the answer the run
+// sets for it), and a file chooser gets the file of its title or nothing.
 #include <map>
 #include <set>
 #include <stdexcept>
@@ -24,6 +24,8 @@ class AcceptingPrompts : public PromptService {
   std::set<std::string> goOn;
   // Boxes with an answer of their own (kYes, kNo, kOK, kCancel).
   std::map<std::string, int> answers;
+  // Input boxes with an answer of their own; any other takes its default text.
+  std::map<std::string, std::string> inputs;
   // File choosers by title; any other gets no file.
   std::map<std::string, std::string> files;
 
@@ -35,7 +37,8 @@ class AcceptingPrompts : public PromptService {
   }
   std::string InputBox(const std::string&, const std::string& title, const std::string& defaultText) override {
     Count(title);
-    return defaultText;
+    auto it = inputs.find(title);
+    return it == inputs.end() ? defaultText : it->second;
   }
   std::string ChooseFile(const std::string& title) override {
     Count(title);

@@ -8,6 +8,7 @@
 
 #include "accepting_prompts.h"
 #include "bootstrap/bootstrap_driver.h"
+#include "comparison/paired_test.h"
 #include "input/read_data_a1.h"
 #include "store/faults.h"
 #include "store/session_store.h"
@@ -123,6 +124,96 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
     P.answers["Fast run for the rest steps?"] = kYes;
     BootstrapDriver(*S, P).cmdBootstrap_Click();
     ran.bootstrapSamples = S->boot.EffectiveCount;
+    return ran;
+  });
+}
+
+const char* const kColumnFile =
+    "\"Fixed-r\"\n\"Next line is Bootstrap sample size (n)\"\n20\n"
+    "\"Next line is total effective Bootstrap number (B)\"\n20\n\"r\",20,0.2\n"
+    "0.21\n0.19\n0.2\n0.23\n0.18\n0.2\n0.22\n0.17\n0.21\n0.2\n"
+    "0.19\n0.24\n0.2\n0.18\n0.21\n0.22\n0.2\n0.16\n0.2\n0.2\n";
+
+namespace {
+
+// The paired test writes its report and detail files in the current folder: a run goes there
+// in the workbench's folder, and back where it was at its end.
+class InFolder {
+ public:
+  explicit InFolder(const std::filesystem::path& folder) : back_(std::filesystem::current_path()) {
+    std::filesystem::current_path(folder);
+  }
+  ~InFolder() {
+    std::error_code ec;
+    std::filesystem::current_path(back_, ec);
+  }
+  InFolder(const InFolder&) = delete;
+  InFolder& operator=(const InFolder&) = delete;
+
+ private:
+  std::filesystem::path back_;
+};
+
+long ComparedValues(const SessionStore& S) {
+  long values = 0;
+  for (int i = 1; i <= S.comparison.TreatmentCount; ++i) values += S.comparison.BootCount(i);
+  return values;
+}
+
+Outcome PairedOneByOne(const std::string& file1, const std::string& file2, const char* transformation) {
+  auto S = std::make_unique<SessionStore>();
+  S->StartUp();
+  AcceptingPrompts P;
+  P.files["Input treatment 1"] = file1;
+  P.files["Input treatment 2"] = file2;
+  P.inputs["Read data file one by one for multiple comparison"] = "2";
+  P.answers["Task completed!"] = kYes;
+  if (transformation) {
+    P.answers["Fast paired bootstrap test?"] = kNo;
+    P.answers["Do you need detailed info?"] = kYes;
+    P.answers["Do you need flow record?"] = kNo;
+    P.answers["Detailed differences"] = kYes;
+    P.inputs["Transformation?"] = transformation;
+  } else {
+    P.answers["Fast paired bootstrap test?"] = kYes;
+  }
+  PairedBootTest(*S, P).cmdPairedBootTest_Click();
+  Outcome ran;
+  ran.comparedValues = ComparedValues(*S);
+  return ran;
+}
+
+}  // namespace
+
+Outcome RunColumnFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  bench.Clear();
+  const std::string column = bench.Add("column.txt", data, size);
+  const std::string fixed = bench.Add("fixed.txt", kColumnFile, std::strlen(kColumnFile));
+  InFolder here(bench.Path());
+  Outcome fast = Guarded([&] { return PairedOneByOne(column, fixed, nullptr); });
+  if (fast.ending != Ending::Ran || size > kDetailedRouteLimit) return fast;
+  Outcome detailed = Guarded([&] { return PairedOneByOne(column, fixed, size % 2 ? "1" : "2"); });
+  detailed.detailedRun = true;
+  return detailed;
+}
+
+Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string pooled = bench.Put("pooled.txt", data, size);
+  InFolder here(bench.Path());
+  return Guarded([&] {
+    auto S = std::make_unique<SessionStore>();
+    S->StartUp();
+    AcceptingPrompts P;
+    P.files["Open pooled file of treatments for paired bootstrap test"] = pooled;
+    P.answers["Do you need flow record?"] = kNo;
+    const bool detailed = size <= kDetailedRouteLimit;
+    P.answers["Detailed differences"] = detailed ? kYes : kNo;
+    // A large file sorts as after a fast run of command C in the session.
+    if (!detailed) S->comparison.UseQuickSort = "Yes";
+    PairedBootTest(*S, P).cmdPBTPooled_Click();
+    Outcome ran;
+    ran.comparedValues = ComparedValues(*S);
+    ran.detailedRun = detailed;
     return ran;
   });
 }

@@ -18,6 +18,8 @@ struct Outcome {
   std::string message;
   bool basicRunDone = false;  // Basic Run went through to its end
   long bootstrapSamples = 0;  // samples of a bootstrap analysed (EffectiveCount)
+  long comparedValues = 0;    // values of all treatments of a paired test (BootCount summed)
+  bool detailedRun = false;   // the paired test ran its detailed route too
 };
 
 // A folder of its own for the files of the runs: emptied before each run, removed at the end.
@@ -52,5 +54,22 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
 
 // The cohort of RunRecordFile: individuals 1..6, F M N F M N.
 extern const char* const kRecordCohort;
+
+// Inputs up to this size also go through the detailed route of the paired test, whose exchange
+// sort takes a time that grows with the square of B.
+constexpr std::size_t kDetailedRouteLimit = 4096;
+
+// The bytes as the "_Effect Boot-..." column file of one treatment of "C. Paired BT", the other
+// treatment a column file as a bootstrap run writes it (kColumnFile): the fast route; then,
+// for a small file, the detailed route with a transformation (arcsine for an odd size, logit
+// for an even one), the detail files and the normal curves.
+Outcome RunColumnFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The bytes as a pooled file of treatments through the pooled paired test, with its detail
+// files and curves for a small file (and the exchange sort, which it then uses).
+Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The other treatment of RunColumnFile: 20 values of r.
+extern const char* const kColumnFile;
 
 }  // namespace korvan::fuzz

@@ -22,19 +22,15 @@ template <class T, long Hi = kMaxSortIndex>
 class ZeroList {
  public:
   static constexpr long kHi = Hi;
-  explicit ZeroList(const char* name)
-      : name_(name), p_(static_cast<T*>(std::calloc(static_cast<std::size_t>(Hi + 1), sizeof(T)))) {
-    if (!p_) throw std::bad_alloc();
-  }
-  ~ZeroList() { std::free(p_); }
+  explicit ZeroList(const char* name) : name_(name), v_(static_cast<std::size_t>(Hi + 1)) {}
   ZeroList(const ZeroList&) = delete;
   ZeroList& operator=(const ZeroList&) = delete;
 
-  T& operator()(long i) { return p_[Index(i)]; }
-  const T& operator()(long i) const { return p_[Index(i)]; }
+  T& operator()(long i) { return v_[static_cast<std::size_t>(Index(i))]; }
+  const T& operator()(long i) const { return v_[static_cast<std::size_t>(Index(i))]; }
   // Raw storage for loops whose bounds have been checked once (CheckRange).
-  T* Data() { return p_; }
-  const T* Data() const { return p_; }
+  T* Data() { return v_.data(); }
+  const T* Data() const { return v_.data(); }
   void CheckRange(long first, long last) const {
     if (first <= last) {
       Index(first);
@@ -49,7 +45,7 @@ class ZeroList {
     return i;
   }
   const char* name_;
-  T* p_;
+  detail::Storage<T> v_;  // on zero pages of the system: a store with these lists is cheap to make
 };
 
 // Bounds of the ranges of one level of the division: first and last position and mean.

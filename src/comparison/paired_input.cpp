@@ -50,7 +50,8 @@ void PairedBootTest::SetPairCountAndAlpha() {
   auto& c = S.comparison;
   const int n = c.TreatmentCount;
   c.PairCount = n * (n - 1) / 2;
-  if (c.PairCount <= 0) throw ProgramEnd{"Division by zero: at least two treatments are needed.", kTitle};
+  // A negative count (from a pooled file) gives a positive number of pairs but no treatments.
+  if (n < 2) throw ProgramEnd{"Division by zero: at least two treatments are needed.", kTitle};
   c.PairAlphaSidak = 1 - std::pow(0.95, 1.0 / c.PairCount);
 }
 

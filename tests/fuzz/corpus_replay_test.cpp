@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <initializer_list>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -74,6 +75,76 @@ TEST(FuzzCorpus, RecordFilesRepeatTheirSamplesOrEndAsTheProgramEnds) {
   // An individual that isn't in the pool, a sample larger than the arrays hold.
   for (const char* beyond : {"individual_beyond_pool.txt", "individual_zero.txt", "sample_size_beyond.txt"})
     EXPECT_EQ(endings[beyond].ending, Ending::SubscriptFault) << beyond << ": " << endings[beyond].message;
+}
+
+void ExpectEnding(std::map<std::string, Outcome>& endings, Ending ending, std::initializer_list<const char*> files) {
+  for (const char* file : files) EXPECT_EQ(endings[file].ending, ending) << file << ": " << endings[file].message;
+}
+
+TEST(FuzzCorpus, ColumnFilesArePairedOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("column_file", RunColumnFile);
+  ASSERT_GE(endings.size(), 30u);
+  // Files that pair with the fixed treatment of 20 values: the values of both are compared, on
+  // the detailed route too when the file is small. A stated B larger than the list is corrected
+  // down, a smaller one caps it, -1 closes the list.
+  for (const auto& [good, values] : std::map<std::string, long>{{"r_mite.txt", 60},
+                                                               {"survival_rate.txt", 60},
+                                                               {"preadult_survival.txt", 60},
+                                                               {"arcsine_inside.txt", 28},
+                                                               {"fewer_values_than_B.txt", 28},
+                                                               {"B_largest_long.txt", 28},
+                                                               {"more_values_than_B.txt", 23},
+                                                               {"closed_early_by_minus_one.txt", 22},
+                                                               {"one_value.txt", 21},
+                                                               {"equal_to_fixed_treatment.txt", 40},
+                                                               {"crlf.txt", 28},
+                                                               {"no_line_end.txt", 28},
+                                                               {"blank_lines_between.txt", 28},
+                                                               {"quoted_numbers_and_commas.txt", 28}}) {
+    EXPECT_EQ(endings[good].ending, Ending::Ran) << good << ": " << endings[good].message;
+    EXPECT_EQ(endings[good].comparedValues, values) << good;
+    EXPECT_TRUE(endings[good].detailedRun) << good;
+  }
+  // A large file takes the fast route only.
+  EXPECT_EQ(endings["r_mite_2000_samples.txt"].ending, Ending::Ran);
+  EXPECT_EQ(endings["r_mite_2000_samples.txt"].comparedValues, 2020);
+  EXPECT_FALSE(endings["r_mite_2000_samples.txt"].detailedRun);
+  // A file cut short, without values, or with a B of none; a transformation outside its range;
+  // a label that makes the report's name a path into no folder.
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"empty.txt", "head_cut_short.txt", "head_only.txt", "B_zero.txt", "B_text.txt", "B_negative.txt",
+                "arcsine_negative.txt", "logit_outside_zero_one.txt", "logit_zero_and_one.txt",
+                "R0_with_serial_numbers.txt", "r_small_cohort_negative_values.txt", "path_in_label.txt"});
+  // Numbers beyond what the program's numbers hold.
+  ExpectEnding(endings, Ending::OverflowFault, {"B_beyond_long.txt", "huge_values.txt", "infinite_value.txt"});
+}
+
+TEST(FuzzCorpus, PooledFilesArePairedOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("pooled_file", RunPooledFile);
+  ASSERT_GE(endings.size(), 15u);
+  for (const auto& [good, values] : std::map<std::string, long>{{"two_treatments.txt", 70},
+                                                               {"three_treatments.txt", 110},
+                                                               {"eleven_treatments.txt", 33},
+                                                               {"last_list_unclosed.txt", 70},
+                                                               {"crlf.txt", 20},
+                                                               {"text_values.txt", 5},
+                                                               {"large_treatments.txt", 2030}}) {
+    EXPECT_EQ(endings[good].ending, Ending::Ran) << good << ": " << endings[good].message;
+    EXPECT_EQ(endings[good].comparedValues, values) << good;
+  }
+  // Places are mapped to file positions by equal means: two treatments of the same mean both
+  // take the values of the first.
+  EXPECT_EQ(endings["equal_means.txt"].ending, Ending::Ran) << endings["equal_means.txt"].message;
+  EXPECT_EQ(endings["equal_means.txt"].comparedValues, 6);
+  // Fewer than two treatments (a negative count among them), a treatment without values, a file
+  // cut short, a parameter that makes the detail files' names a path into no folder.
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"empty.txt", "head_only.txt", "ends_before_second_treatment.txt", "one_treatment.txt",
+                "zero_treatments.txt", "negative_count.txt", "treatment_without_values.txt",
+                "path_in_parameter.txt"});
+  ExpectEnding(endings, Ending::OverflowFault, {"count_beyond_integer.txt", "infinite_values.txt", "one_value_each.txt"});
+  // More treatments than the arrays hold.
+  ExpectEnding(endings, Ending::SubscriptFault, {"twelve_treatments.txt"});
 }
 
 }  // namespace
