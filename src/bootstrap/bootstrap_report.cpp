@@ -190,7 +190,6 @@ void BootstrapStatistics::WriteMainReport() {
   out.Print("Effective bootstraps are bootstraps with non-zero net reproductive rate.");
   out.Print("References:");
   out.Print("  Efron, B. and R. J. Tibshirani. 1993. An introduction to the bootstrap. Chapman & Hall.");
-  out.Print("  Age-stage, two-sex life table: theory and application of bootstrap standard errors.");
   out.Print(std::string(80, '*'));
   if (R.R.variance > 0 && R.R.variance < 1e-06) out.Print("    Variance of Boot-r is:", R.R.variance);
 }
