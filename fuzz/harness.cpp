@@ -9,6 +9,7 @@
 #include "accepting_prompts.h"
 #include "bootstrap/bootstrap_driver.h"
 #include "comparison/paired_test.h"
+#include "engine/basic_run_driver.h"
 #include "input/read_data_a1.h"
 #include "store/faults.h"
 #include "store/session_store.h"
@@ -68,24 +69,42 @@ void FastRun(SessionStore& S, AcceptingPrompts& P, const std::string& path, bool
   ReadDataA1(S, P).cmdReadDataA1_Click();
 }
 
-Outcome ReadAndRun(const std::string& path, bool twoSex) {
+// A1 through all its steps, the file's head holding rearing costs, then "A2. Basic Run" with
+// every setting of the run at its default.
+void AllStepsRun(SessionStore& S, AcceptingPrompts& P, const std::string& path, bool twoSex) {
+  P.files["Open life table data file"] = path;
+  P.answers["Do you need only the basic output (0A) and figure files?"] = kNo;
+  P.answers["Fast run for two-sex or parthenogenetic population?"] = kCancel;
+  P.answers["Do you need flow record?"] = kNo;
+  P.answers["Do you need the contribution of this life table to intrinsic rate?"] = kNo;
+  P.answers["Do you need all output files?"] = kYes;
+  P.answers["Rearing cost for each stage?"] = kNo;
+  P.inputs["General analysis or 3D analysis?"] = twoSex ? "1" : "2";
+  P.goOn = {"Non-integer developmental time", "Non-integer fecundity", "Are there more data?"};
+
+  ReadDataA1(S, P).cmdReadDataA1_Click();
+  BasicRunDriver(S, P).cmdBasicRunA2_Click();
+}
+
+using Route = void (*)(SessionStore&, AcceptingPrompts&, const std::string&, bool);
+
+Outcome ReadAndRun(Route route, const std::string& path, bool twoSex) {
   auto S = std::make_unique<SessionStore>();
   S->StartUp();
   AcceptingPrompts P;
-  FastRun(*S, P, path, twoSex);
+  route(*S, P, path, twoSex);
   Outcome ran;
   ran.basicRunDone = S->basic.BasicRunDone == "yes";
   return ran;
 }
 
-}  // namespace
-
-Outcome RunDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+// A file of females only ends the check of a two-sex run; it is read again as parthenogenetic.
+Outcome RunTwoSexThenParthenogenetic(Route route, Workbench& bench, const std::uint8_t* data, std::size_t size) {
   const std::string path = bench.Put("data.txt", data, size);
   bool femalesOnly = false;
   Outcome first = Guarded([&] {
     try {
-      return ReadAndRun(path, true);
+      return ReadAndRun(route, path, true);
     } catch (const ProgramEnd& end) {
       femalesOnly = end.title == kTwoSexTitle;
       throw;
@@ -93,7 +112,17 @@ Outcome RunDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size
   });
   if (!femalesOnly) return first;
   bench.Put("data.txt", data, size);
-  return Guarded([&] { return ReadAndRun(path, false); });
+  return Guarded([&] { return ReadAndRun(route, path, false); });
+}
+
+}  // namespace
+
+Outcome RunDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  return RunTwoSexThenParthenogenetic(FastRun, bench, data, size);
+}
+
+Outcome RunDataFileAllSteps(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  return RunTwoSexThenParthenogenetic(AllStepsRun, bench, data, size);
 }
 
 const char* const kRecordCohort =

@@ -48,6 +48,11 @@ class Workbench {
 // question of the check answered so that it goes on; then Basic Run when the check passed.
 Outcome RunDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
+// The same through every step of A1 (no Fast Run) for a file whose head holds the rearing cost
+// of each stage, the reproduction told as two-sex ("1"; "2" for a file of females only), then
+// "A2. Basic Run" with every setting of the run at its default.
+Outcome RunDataFileAllSteps(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
 // The bytes as a record of bootstrap samples (file no. 11): Basic Run of a small fixed cohort
 // in a Fast Run, then "A3. Bootstrap" repeating the samples of the record, on one thread.
 Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t size);

@@ -32,6 +32,10 @@ std::map<std::string, Outcome> ReplayFolder(const std::string& name,
   return endings;
 }
 
+void ExpectEnding(std::map<std::string, Outcome>& endings, Ending ending, std::initializer_list<const char*> files) {
+  for (const char* file : files) EXPECT_EQ(endings[file].ending, ending) << file << ": " << endings[file].message;
+}
+
 TEST(FuzzCorpus, DataFilesRunOrEndAsTheProgramEnds) {
   auto endings = ReplayFolder("data_file", RunDataFile);
   ASSERT_GE(endings.size(), 20u);
@@ -51,6 +55,24 @@ TEST(FuzzCorpus, DataFilesRunOrEndAsTheProgramEnds) {
     EXPECT_EQ(endings[bad].ending, Ending::ProgramEnd) << bad << ": " << endings[bad].message;
   // Beyond the bounds of the store.
   EXPECT_EQ(endings["long_adult.txt"].ending, Ending::SubscriptFault) << endings["long_adult.txt"].message;
+}
+
+// Every step of A1 with the rearing cost of each stage in the file's head: the costs are read
+// as numbers (a word as 0), and a file without them is read out of step and ends at the
+// special group, where the message tells of the costs.
+TEST(FuzzCorpus, DataFilesWithRearingCostsRunThroughEveryStep) {
+  auto endings = ReplayFolder("data_file_all_steps", RunDataFileAllSteps);
+  ASSERT_GE(endings.size(), 9u);
+  for (const char* good : {"mite_with_costs.txt", "costs_small.txt", "only_females_with_costs.txt", "cost_as_text.txt",
+                           "extreme_costs.txt"}) {
+    EXPECT_EQ(endings[good].ending, Ending::Ran) << good << ": " << endings[good].message;
+    EXPECT_TRUE(endings[good].basicRunDone) << good;
+  }
+  for (const char* bad : {"mite_without_costs.txt", "costs_cut_short.txt"}) {
+    EXPECT_EQ(endings[bad].ending, Ending::ProgramEnd) << bad;
+    EXPECT_NE(endings[bad].message.find("If there is no rearing cost"), std::string::npos) << endings[bad].message;
+  }
+  ExpectEnding(endings, Ending::ProgramEnd, {"head_ends_after_costs.txt", "non_integer_with_costs.txt"});
 }
 
 TEST(FuzzCorpus, RecordFilesRepeatTheirSamplesOrEndAsTheProgramEnds) {
@@ -77,9 +99,6 @@ TEST(FuzzCorpus, RecordFilesRepeatTheirSamplesOrEndAsTheProgramEnds) {
     EXPECT_EQ(endings[beyond].ending, Ending::SubscriptFault) << beyond << ": " << endings[beyond].message;
 }
 
-void ExpectEnding(std::map<std::string, Outcome>& endings, Ending ending, std::initializer_list<const char*> files) {
-  for (const char* file : files) EXPECT_EQ(endings[file].ending, ending) << file << ": " << endings[file].message;
-}
 
 TEST(FuzzCorpus, ColumnFilesArePairedOrEndAsTheProgramEnds) {
   auto endings = ReplayFolder("column_file", RunColumnFile);
