@@ -7,6 +7,7 @@
 #include "input/check_data_file.h"
 #include "input/field_reader.h"
 #include "store/faults.h"
+#include "text/numbers.h"
 
 namespace korvan {
 
@@ -218,7 +219,7 @@ void ReadDataA1::InputBootRforContribution() {
   FieldReader in(path);
   in.ReadString();  // treatment and tag
   in.ReadString();  // "Next line is Bootstrap sample size (n)"
-  R.ContributionSampleSize = static_cast<int>(in.ReadNumber());
+  R.ContributionSampleSize = CInt(in.ReadNumber());
   in.ReadString();  // "Next line is total effective Bootstrap number (B)"
   double E = in.ReadNumber();
   in.ReadString();  // "r"

@@ -290,6 +290,21 @@ TEST(ReadDataA1, ContributionReadsThePooledRValues) {
   ASSERT_FALSE(none.end);
   EXPECT_EQ(none.S->options.ContributionWanted, "No");
   EXPECT_EQ(none.S->readData.ContributionRLoaded, "");
+
+  // A file typed by hand: an n beyond the integers of the store is the overflow fault, a list
+  // shorter than its B ends at the end of the file.
+  for (const auto& [n, B] : {std::pair{"3000000000", "3"}, std::pair{"6", "5"}}) {
+    Session bad;
+    test::WriteFile(a2a, std::string("\"x\"\n\"n\"\n") + n + "\n\"B\"\n" + B + "\n\"r\",6,.2\n.21\n.2\n.25\n");
+    bad.P.Answer(kMinimal, "No").Answer(kFast, "Yes").Answer(kContribution, "Yes").Answer(kContributionFileTitle, a2a);
+    if (std::string(B) == "3") {
+      EXPECT_THROW(bad.Run(), OverflowFault);
+    } else {
+      bad.Run();
+      ASSERT_TRUE(bad.end);
+      EXPECT_NE(bad.end->message.find("Input past end of file"), std::string::npos) << bad.end->message;
+    }
+  }
 }
 
 // Brute force: every one of the N^N ordered samples, by its counts of females and males.
