@@ -29,14 +29,6 @@ std::string YesNo(int answer) { return answer == kYes ? "Yes" : "No"; }
 
 }  // namespace
 
-double ValueOfText(const std::string& text) {
-  const char* p = text.c_str();
-  while (*p == ' ' || *p == '\t') ++p;
-  char* end = nullptr;
-  const double v = std::strtod(p, &end);
-  return end == p ? 0 : v;
-}
-
 void BootstrapDriver::cmdBootstrap01() {
   Flow("cmdBootstrap01");
   BootstrapRecord& R = S.boot;
@@ -54,14 +46,14 @@ void BootstrapDriver::cmdBootstrap01() {
       "millions, etc.\n\nIf this is the first time you run bootsrap, you must enter 1. If you want to add "
       "bootstrap samples to the last run, you must enter the first number for this bootstrap B (e.g.," +
       FullPrecision(R.MaxBootB + 1) + ").";
-  R.FirstBootNumber = CInt(ValueOfText(InputOrEnd(P, text1, title1, "1")));
+  R.FirstBootNumber = CInt(NumberOfText(InputOrEnd(P, text1, title1, "1")));
 
   const std::string title2 = "Set the criterion of infertile sample?";
   const std::string text2 =
       "You can use this option to set the criterion of infertile bootstrap samples.  For example, if you "
       "set 2 as infertile criterion, samples with 3 or less fertile pairs will be treated as infertile "
       "samples. ";
-  R.InfertileCriterion = CInt16(ValueOfText(InputOrEnd(P, text2, title2, "1")));
+  R.InfertileCriterion = CInt16(NumberOfText(InputOrEnd(P, text2, title2, "1")));
 
   AskFastRun();
 }
@@ -236,7 +228,7 @@ void BootstrapDriver::AskSpecificSamples() {
         "number. \n"
         "You must complete the bootstrap run (A3). You should not choose \"Cancel\" in following steps.\n"
         "If you don't need it, just enter 0.";
-    const std::int32_t k = CInt(ValueOfText(InputOrEnd(P, text, title, "0")));
+    const std::int32_t k = CInt(NumberOfText(InputOrEnd(P, text, title, "0")));
     R.SpecificSample(++R.SpecificSampleCount) = k;
     if (k == 0) return;
     const std::string againTitle = "Prepare another life table data file?";
@@ -289,7 +281,7 @@ void BootstrapDriver::BeginBootstrap() {
                             ").\n"
                             "If this version is for larger B (500,000 or 1 million), you can enter larger B. \n"
                             "If you want to link life table and VORAGEN, you have to use the same B.";
-  const double b = ValueOfText(InputOrEnd(P, textB, titleB, maxB));
+  const double b = NumberOfText(InputOrEnd(P, textB, titleB, maxB));
   R.BootB = CInt(b);
   R.BootBReal = R.BootB;
 
@@ -298,7 +290,7 @@ void BootstrapDriver::BeginBootstrap() {
       "Enter the sample size (n) of bootstrap\n\n"
       "In general, the cohort size should be used in bootstrap.\n"
       "If you understand the bootstrap technique, you can use a larger or smaller sample size.";
-  const double n = ValueOfText(InputOrEnd(P, textN, titleN, std::to_string(S.pool.OriginalCohortSize)));
+  const double n = NumberOfText(InputOrEnd(P, textN, titleN, std::to_string(S.pool.OriginalCohortSize)));
   R.BootSampleSize = CInt(n);
   W.cohort.CohortSize = R.BootSampleSize;
 }

@@ -487,7 +487,7 @@ void BootstrapDriver::AskPercentileWork(bool& sortStep) {
         "10^(-13), 5 = 10^(-14),6 = 10^(-15).";
     const std::string a = P.InputBox(t5, "Enter precision level", "0");
     if (a.empty()) throw ProgramEnd{"The program ends here (Cancel at \"Enter precision level\").", "Enter precision level"};
-    R.R0Precision = CInt16(ValueOfText(a));
+    R.R0Precision = CInt16(NumberOfText(a));
     R.R0PrecisionSettled = true;
   }
 }

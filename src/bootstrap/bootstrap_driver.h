@@ -62,7 +62,4 @@ class BootstrapDriver : public Procedures {
 // Keeps l(x) and m(x) of the sample in hand when it is one of the major percentiles' samples.
 void KeepMajorPercentileColumns(SessionStore& S, const Workspace& W);
 
-// Val: the number at the head of a text (0 when there is none), as the dialogues read it.
-double ValueOfText(const std::string& text);
-
 }  // namespace korvan

@@ -5,6 +5,7 @@
 
 #include "bootstrap/bootstrap_driver.h"
 #include "store/faults.h"
+#include "text/numbers.h"
 
 namespace korvan {
 
@@ -58,6 +59,6 @@ std::string LineFieldReader::ReadString() {
   return field;
 }
 
-double LineFieldReader::ReadNumber() { return ValueOfText(ReadString()); }
+double LineFieldReader::ReadNumber() { return NumberOfText(ReadString()); }
 
 }  // namespace korvan

@@ -17,13 +17,6 @@ namespace {
 
 constexpr const char* kTitle = "Paired bootstrap test";
 
-// The numeric head of an answer, as Val reads it (0 when there is none).
-double Val(const std::string& text) {
-  std::string t;
-  for (char c : text)
-    if (c != ' ' && c != '\t') t += c;
-  return std::strtod(t.c_str(), nullptr);
-}
 
 // A "long" field: the number read, rounded.
 std::int32_t ReadLong(FieldReader& in) { return CInt(in.ReadNumber()); }
@@ -104,14 +97,14 @@ void PairedBootTest::InputRawDataForCIonebyone() {
   S.identity.DataFileBase = "24-Paired boot test";
   const std::string answer =
       P.InputBox("Enter number of treatments", "Read data file one by one for multiple comparison", "2");
-  const double n0 = Val(answer);
+  const double n0 = NumberOfText(answer);
   if (n0 < 0 || n0 > 32767) throw OverflowFault();
   c.TreatmentCount = CInt16(n0);
   SetPairCountAndAlpha();
   const int n = c.TreatmentCount;
 
   if (c.FastPBT != "Yes") {
-    const double t = Val(P.InputBox("No transformation (0), Arcsine (1), or logit (2) transformation?",
+    const double t = NumberOfText(P.InputBox("No transformation (0), Arcsine (1), or logit (2) transformation?",
                                     "Transformation?", "0"));
     if (t == 0) c.Transformation = "No";
     if (t == 1) c.Transformation = "Arcsine";

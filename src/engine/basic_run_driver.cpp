@@ -13,28 +13,6 @@
 
 namespace korvan {
 
-double NumberOfText(const std::string& text) {
-  std::size_t i = 0;
-  while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) ++i;
-  const std::size_t start = i;
-  if (i < text.size() && (text[i] == '+' || text[i] == '-')) ++i;
-  bool digits = false;
-  while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]))) ++i, digits = true;
-  if (i < text.size() && text[i] == '.') {
-    ++i;
-    while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]))) ++i, digits = true;
-  }
-  if (!digits) return 0;
-  if (i < text.size() && (text[i] == 'e' || text[i] == 'E')) {
-    std::size_t k = i + 1;
-    if (k < text.size() && (text[k] == '+' || text[k] == '-')) ++k;
-    if (k < text.size() && std::isdigit(static_cast<unsigned char>(text[k]))) {
-      while (k < text.size() && std::isdigit(static_cast<unsigned char>(text[k]))) ++k;
-      i = k;
-    }
-  }
-  return std::strtod(text.substr(start, i - start).c_str(), nullptr);
-}
 
 void BasicRunDriver::cmdBasicRunA2_Click() {
   Flow("cmdBasicRunA2_Click");

@@ -58,8 +58,4 @@ class BasicRunDriver : public Procedures {
   void StepOfferQuiz() {}
 };
 
-// The number at the head of a text, as an input box's answer is taken: blanks skipped, the
-// longest numeric prefix; no number gives 0.
-double NumberOfText(const std::string& text);
-
 }  // namespace korvan

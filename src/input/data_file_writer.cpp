@@ -105,7 +105,7 @@ void LifeTableWriter::WriteLifeTableForModifiedFxj() {
   const std::string answer =
       P.InputBox("Enter a value between 0 and 1 to modify the fecundity", "Fecundity coefficeint", "1");
   if (answer.empty()) return;  // cancelled: no file
-  const double coefficient = std::strtod(answer.c_str(), nullptr);
+  const double coefficient = NumberOfText(answer);
   S.identity.OutputFileName =
       OutputName(S, "_0A2_life table-modified fxj-" + FullPrecision(coefficient) + ".txt");
   TextFile out(S.identity.OutputFileName);

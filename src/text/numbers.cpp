@@ -3,11 +3,36 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 
 #include "store/faults.h"
 
 namespace korvan {
+
+double NumberOfText(std::string_view text) {
+  std::string t;
+  for (char c : text)
+    if (c != ' ' && c != '\t') t += c;
+  const auto digit = [&](std::size_t k) { return k < t.size() && t[k] >= '0' && t[k] <= '9'; };
+  std::size_t i = 0;
+  if (i < t.size() && (t[i] == '+' || t[i] == '-')) ++i;
+  bool digits = false;
+  for (; digit(i); ++i) digits = true;
+  if (i < t.size() && t[i] == '.')
+    for (++i; digit(i); ++i) digits = true;
+  if (!digits) return 0;
+  if (i < t.size() && (t[i] == 'e' || t[i] == 'E')) {
+    std::size_t k = i + 1;
+    if (k < t.size() && (t[k] == '+' || t[k] == '-')) ++k;
+    if (digit(k)) {
+      while (digit(k)) ++k;
+      i = k;
+    }
+  }
+  t.resize(i);
+  return std::strtod(t.c_str(), nullptr);
+}
 
 double RoundDisplay(double v, int decimals) {
   double scale = std::pow(10.0, decimals);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
 
 #include "store/faults.h"
 
@@ -38,6 +39,11 @@ inline std::int16_t CInt16(double v) {
 }
 // Display rounding: scale by 10^decimals, CInt to a 32-bit integer, scale back.
 double RoundDisplay(double v, int decimals);
+
+// Val: the number at the head of a typed answer or a field. Blanks and tabs are skipped
+// wherever they stand ("1 000" is 1000); then a sign, digits with at most one decimal point and
+// an exponent make the number, and reading stops at the first other character. No digit gives 0.
+double NumberOfText(std::string_view text);
 
 // A number "at full precision": up to 15 significant digits, no trailing zeros, exponent
 // written as E-07 where the plain form would need it. Used by the Write form.

@@ -158,15 +158,5 @@ TEST(BasicRun, MinimalOutputThreeDimensionsAndNoFecundity) {
   }
 }
 
-TEST(BasicRun, NumbersOfInputBoxes) {
-  EXPECT_EQ(NumberOfText("0.3"), 0.3);
-  EXPECT_EQ(NumberOfText("  12abc"), 12);
-  EXPECT_EQ(NumberOfText("-1.5e-2x"), -0.015);
-  EXPECT_EQ(NumberOfText("1e"), 1);
-  EXPECT_EQ(NumberOfText(""), 0);
-  EXPECT_EQ(NumberOfText("abc"), 0);
-  EXPECT_EQ(NumberOfText("."), 0);
-}
-
 }  // namespace
 }  // namespace korvan

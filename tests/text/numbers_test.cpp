@@ -5,6 +5,8 @@
 #include <cstring>
 #include <limits>
 #include <random>
+#include <utility>
+#include <vector>
 
 #include "store/faults.h"
 #include "text/numbers.h"
@@ -51,6 +53,29 @@ TEST(RoundDisplay, ScalesRoundsAndFailsBeyondThe32BitRange) {
   EXPECT_THROW(RoundDisplay(-214749, 4), OverflowFault);
   EXPECT_THROW(RoundDisplay(3e9, 0), OverflowFault);
   EXPECT_EQ(FullPrecision(RoundDisplay(1.0 / 3, 4)), "0.3333");
+}
+
+// Answers of input boxes and fields read as numbers: the numeric head, blanks ignored wherever
+// they stand; what the C library would also take (infinity, NaN, hexadecimal) is no number.
+TEST(NumberOfText, TheNumericHeadOfATypedAnswer) {
+  for (const auto& [text, value] : std::vector<std::pair<const char*, double>>{{"0.3", 0.3},
+                                                                             {"  12abc", 12},
+                                                                             {"-1.5e-2x", -0.015},
+                                                                             {"1 000", 1000},
+                                                                             {" - 2 . 5", -2.5},
+                                                                             {"+.5", 0.5},
+                                                                             {"1e", 1},
+                                                                             {"2E+3", 2000},
+                                                                             {"1.2.3", 1.2},
+                                                                             {"", 0},
+                                                                             {"abc", 0},
+                                                                             {".", 0},
+                                                                             {"-", 0},
+                                                                             {"inf", 0},
+                                                                             {"nan", 0},
+                                                                             {"0x10", 0}})
+    EXPECT_EQ(NumberOfText(text), value) << text;
+  EXPECT_EQ(NumberOfText("1e999"), HUGE_VAL);
 }
 
 TEST(NumberText, FullPrecisionAndPrintForms) {
