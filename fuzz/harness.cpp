@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <system_error>
 
@@ -39,6 +40,13 @@ std::string Workbench::Add(const std::string& name, const void* data, std::size_
   std::ofstream out(file, std::ios::binary);
   out.write(static_cast<const char*>(data), static_cast<std::streamsize>(size));
   return file;
+}
+
+void Workbench::ExpectIntact(const std::string& file, const void* data, std::size_t size) const {
+  std::ifstream in(file, std::ios::binary);
+  if (!in) throw FileChanged(file);
+  const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  if (bytes.size() != size || (size > 0 && std::memcmp(bytes.data(), data, size) != 0)) throw FileChanged(file);
 }
 
 namespace {
@@ -110,9 +118,12 @@ Outcome RunTwoSexThenParthenogenetic(Route route, Workbench& bench, const std::u
       throw;
     }
   });
+  bench.ExpectIntact(path, data, size);
   if (!femalesOnly) return first;
   bench.Put("data.txt", data, size);
-  return Guarded([&] { return ReadAndRun(route, path, false); });
+  Outcome second = Guarded([&] { return ReadAndRun(route, path, false); });
+  bench.ExpectIntact(path, data, size);
+  return second;
 }
 
 }  // namespace
@@ -134,7 +145,7 @@ const char* const kRecordCohort =
 Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
   const std::string cohort = bench.Put("cohort.txt", kRecordCohort, std::strlen(kRecordCohort));
   const std::string record = bench.Add("record.txt", data, size);
-  return Guarded([&] {
+  Outcome ran = Guarded([&] {
     auto S = std::make_unique<SessionStore>();
     S->StartUp();
     AcceptingPrompts P;
@@ -155,6 +166,8 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
     ran.bootstrapSamples = S->boot.EffectiveCount;
     return ran;
   });
+  bench.ExpectIntact(record, data, size);
+  return ran;
 }
 
 const char* const kColumnFile =
@@ -220,8 +233,10 @@ Outcome RunColumnFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   const std::string fixed = bench.Add("fixed.txt", kColumnFile, std::strlen(kColumnFile));
   InFolder here(bench.Path());
   Outcome fast = Guarded([&] { return PairedOneByOne(column, fixed, nullptr); });
+  bench.ExpectIntact(column, data, size);
   if (fast.ending != Ending::Ran || size > kDetailedRouteLimit) return fast;
   Outcome detailed = Guarded([&] { return PairedOneByOne(column, fixed, size % 2 ? "1" : "2"); });
+  bench.ExpectIntact(column, data, size);
   detailed.detailedRun = true;
   return detailed;
 }
@@ -229,7 +244,7 @@ Outcome RunColumnFile(Workbench& bench, const std::uint8_t* data, std::size_t si
 Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
   const std::string pooled = bench.Put("pooled.txt", data, size);
   InFolder here(bench.Path());
-  return Guarded([&] {
+  Outcome ran = Guarded([&] {
     auto S = std::make_unique<SessionStore>();
     S->StartUp();
     AcceptingPrompts P;
@@ -245,6 +260,8 @@ Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t si
     ran.detailedRun = detailed;
     return ran;
   });
+  bench.ExpectIntact(pooled, data, size);
+  return ran;
 }
 
 }  // namespace korvan::fuzz

@@ -2,10 +2,11 @@
 // Runs of KORVAN on crafted input, shared by the fuzz targets and by the replay of the seed
 // corpus in the test suite. A run may end as the program ends on bad input (a message, a bound
 // fault, an overflow fault); any other end (a crash, a sanitizer report, an exception of
-// another kind, an endless loop) is a finding.
+// another kind, an endless loop) is a finding, and so is a run that changed the file it read.
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 
 namespace korvan::fuzz {
@@ -20,6 +21,11 @@ struct Outcome {
   long bootstrapSamples = 0;  // samples of a bootstrap analysed (EffectiveCount)
   long comparedValues = 0;    // values of all treatments of a paired test (BootCount summed)
   bool detailedRun = false;   // the paired test ran its detailed route too
+};
+
+// A run changed or removed the file it was given: what the user typed is lost, a finding.
+struct FileChanged : std::logic_error {
+  explicit FileChanged(const std::string& file) : std::logic_error("the run changed " + file) {}
 };
 
 // A folder of its own for the files of the runs: emptied before each run, removed at the end.
@@ -38,6 +44,9 @@ class Workbench {
     return Add(name, data, size);
   }
   const std::filesystem::path& Path() const { return path_; }
+  // The user's file is only read, whatever the run met: throws FileChanged when the file no
+  // longer holds these bytes.
+  void ExpectIntact(const std::string& file, const void* data, std::size_t size) const;
 
  private:
   std::filesystem::path path_;
