@@ -1,7 +1,6 @@
 // The dialogue of a bootstrap run: cumulative numbering, the infertile criterion, the fast
 // run and its settings, same samples, specific samples, detailed results, effective samples
 // only, and B and n.
-#include <cstdlib>
 #include <string>
 
 #include "bootstrap/bootstrap_driver.h"

@@ -3,7 +3,6 @@
 // mean of every treatment, which orders them (largest mean first); the second puts the values
 // in that order.
 #include <cmath>
-#include <cstdlib>
 #include <string>
 
 #include "comparison/paired_test.h"
@@ -16,7 +15,6 @@ namespace korvan {
 namespace {
 
 constexpr const char* kTitle = "Paired bootstrap test";
-
 
 // A "long" field: the number read, rounded.
 std::int32_t ReadLong(FieldReader& in) { return CInt(in.ReadNumber()); }
@@ -105,7 +103,7 @@ void PairedBootTest::InputRawDataForCIonebyone() {
 
   if (c.FastPBT != "Yes") {
     const double t = NumberOfText(P.InputBox("No transformation (0), Arcsine (1), or logit (2) transformation?",
-                                    "Transformation?", "0"));
+                                             "Transformation?", "0"));
     if (t == 0) c.Transformation = "No";
     if (t == 1) c.Transformation = "Arcsine";
     if (t == 2) c.Transformation = "Logit";

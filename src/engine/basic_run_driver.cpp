@@ -1,8 +1,6 @@
 // "A2. Basic Run" in its fixed order, with ModifyFxj, EnterSpecAge and EnterSpecSurv.
 #include "engine/basic_run_driver.h"
 
-#include <cctype>
-#include <cstdlib>
 #include <ctime>
 #include <string>
 
@@ -12,7 +10,6 @@
 #include "text/numbers.h"
 
 namespace korvan {
-
 
 void BasicRunDriver::cmdBasicRunA2_Click() {
   Flow("cmdBasicRunA2_Click");

@@ -1,6 +1,5 @@
 #include "input/data_file_writer.h"
 
-#include <cstdlib>
 
 #include "text/numbers.h"
 
