@@ -69,9 +69,11 @@ inline void EnterNext(Walker& v, int next, int dead) {
 // more 1/n(x-1,from) for d(x-1,cell). Every addition to a cell of g or d adds the same value,
 // 1/n of one row at age x-1, which is complete before age x is walked.
 
-// A preadult stage before the last one: stay, or move to the next stage.
+// A preadult stage: stay, or move to the next stage. A male leaving the last preadult stage
+// (toMale) goes on to the male adult stage, one row further: the move to the female stage is
+// kept in d(x,m-1), the move to the male stage in d(x,m).
 template <class Sink>
-inline void WalkPreadult(AgeStageTables& T, Walker& v, int m, int x, Sink& sink) {
+inline void WalkPreadult(AgeStageTables& T, Walker& v, bool toMale, int m, int x, Sink& sink) {
   const int k = v.stage;
   if (v.left != 0) {
     T.Nxj(x, k) += 1;
@@ -87,38 +89,9 @@ inline void WalkPreadult(AgeStageTables& T, Walker& v, int m, int x, Sink& sink)
     }
   } else {
     v.row[k] = v.left;
-    sink.Move(x, k, k);
-    T.Nxj(x, k + 1) += 1;
-    EnterNext(v, k + 1, m + 1);
-  }
-}
-
-// The last preadult stage: a move goes to the female or to the male adult stage. The move to
-// the female stage is kept in d(x,m-1), the move to the male stage in d(x,m).
-template <class Sink>
-inline void WalkLastPreadult(AgeStageTables& T, Walker& v, bool female, int m, int x, Sink& sink) {
-  const int k = v.stage;
-  if (v.left != 0) {
-    T.Nxj(x, k) += 1;
-    sink.Stay(x, k);
-    if (v.left > 0) {
-      v.left -= 1;
-    } else {
-      v.left += 1;
-      if (v.left == 0) {
-        v.row[k] = v.left;
-        v.stage = m + 1;
-      }
-    }
-  } else {
-    v.row[k] = v.left;
-    if (female) {
-      sink.Move(x, k, k);
-      T.Nxj(x, k + 1) += 1;
-    } else {
-      sink.Move(x, k + 1, k);
-      T.Nxj(x, k + 2) += 1;
-    }
+    const int past = toMale ? 1 : 0;
+    sink.Move(x, k + past, k);
+    T.Nxj(x, k + 1 + past) += 1;
     EnterNext(v, k + 1, m + 1);
   }
 }
@@ -143,10 +116,8 @@ inline void WalkAdult(AgeStageTables& T, Walker& v, bool female, int m, int x, S
 
 template <class Sink>
 inline void WalkStep(AgeStageTables& T, Walker& v, bool female, int m, int x, Sink& sink) {
-  if (v.stage < m - 1)
-    WalkPreadult(T, v, m, x, sink);
-  else if (v.stage == m - 1)
-    WalkLastPreadult(T, v, female, m, x, sink);
+  if (v.stage < m)
+    WalkPreadult(T, v, v.stage == m - 1 && !female, m, x, sink);
   else
     WalkAdult(T, v, female, m, x, sink);
 }
@@ -334,7 +305,7 @@ void LifeTableEngine::Life03Gosub850() {
   auto& L = W.lifeTable;
   const int m = S.header.StageCount, i = L.WalkIndividual;
   Walker v = TakeWalker(L, i, m);
-  WalkPreadult(W.tables, v, m, L.WalkAge, sink);
+  WalkPreadult(W.tables, v, false, m, L.WalkAge, sink);
   PutWalker(L, i, m, v);
 }
 
@@ -345,7 +316,7 @@ void LifeTableEngine::Life03Gosub410() {
   auto& L = W.lifeTable;
   const int m = S.header.StageCount, i = L.WalkIndividual;
   Walker v = TakeWalker(L, i, m);
-  WalkLastPreadult(W.tables, v, IsText(W.cohort.IndividualSex(i), 'F'), m, L.WalkAge, sink);
+  WalkPreadult(W.tables, v, !IsText(W.cohort.IndividualSex(i), 'F'), m, L.WalkAge, sink);
   PutWalker(L, i, m, v);
 }
 
