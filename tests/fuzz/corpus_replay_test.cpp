@@ -32,8 +32,24 @@ std::map<std::string, Outcome> ReplayFolder(const std::string& name,
   return endings;
 }
 
-void ExpectEnding(std::map<std::string, Outcome>& endings, Ending ending, std::initializer_list<const char*> files) {
+using Endings = std::map<std::string, Outcome>;
+
+void ExpectEnding(Endings& endings, Ending ending, std::initializer_list<const char*> files) {
   for (const char* file : files) EXPECT_EQ(endings[file].ending, ending) << file << ": " << endings[file].message;
+}
+
+// Files that run through Basic Run.
+void ExpectBasicRun(Endings& endings, std::initializer_list<const char*> files) {
+  ExpectEnding(endings, Ending::Ran, files);
+  for (const char* file : files) EXPECT_TRUE(endings[file].basicRunDone) << file;
+}
+
+// Files that run through, with the count each gives for one field of its outcome.
+void ExpectRanWith(Endings& endings, long Outcome::*field, const std::map<std::string, long>& counts) {
+  for (const auto& [file, count] : counts) {
+    EXPECT_EQ(endings[file].ending, Ending::Ran) << file << ": " << endings[file].message;
+    EXPECT_EQ(endings[file].*field, count) << file;
+  }
 }
 
 TEST(FuzzCorpus, DataFilesRunOrEndAsTheProgramEnds) {
@@ -41,20 +57,16 @@ TEST(FuzzCorpus, DataFilesRunOrEndAsTheProgramEnds) {
   ASSERT_GE(endings.size(), 20u);
   // The team's cohorts and the files that only need a Yes run through; a file of females only
   // runs as parthenogenetic.
-  for (const char* good : {"mite.txt", "cohort_check_good.txt", "cohort_check_only_females.txt",
+  ExpectBasicRun(endings, {"mite.txt", "cohort_check_good.txt", "cohort_check_only_females.txt",
                            "cohort_reader_small.txt", "cohort_check_blank_line_end.txt", "non_integer_fecundity.txt",
-                           "more_data.txt", "quoted_comma.txt", "crlf.txt", "two_stages.txt"}) {
-    EXPECT_EQ(endings[good].ending, Ending::Ran) << good << ": " << endings[good].message;
-    EXPECT_TRUE(endings[good].basicRunDone) << good;
-  }
+                           "more_data.txt", "quoted_comma.txt", "crlf.txt", "two_stages.txt"});
   // Faults of the check.
-  for (const char* bad : {"same_type_code.txt", "bad_special_first.txt", "bad_special_second.txt",
-                          "number_out_of_place.txt", "bad_sex.txt", "zero_duration.txt", "female_without_adult.txt",
-                          "n_with_adult.txt", "n_not_ended.txt", "fecundity_too_long.txt", "fecundity_not_closed.txt",
-                          "huge_cohort.txt"})
-    EXPECT_EQ(endings[bad].ending, Ending::ProgramEnd) << bad << ": " << endings[bad].message;
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"same_type_code.txt", "bad_special_first.txt", "bad_special_second.txt", "number_out_of_place.txt",
+                "bad_sex.txt", "zero_duration.txt", "female_without_adult.txt", "n_with_adult.txt",
+                "n_not_ended.txt", "fecundity_too_long.txt", "fecundity_not_closed.txt", "huge_cohort.txt"});
   // Beyond the bounds of the store.
-  EXPECT_EQ(endings["long_adult.txt"].ending, Ending::SubscriptFault) << endings["long_adult.txt"].message;
+  ExpectEnding(endings, Ending::SubscriptFault, {"long_adult.txt"});
 }
 
 // Every step of A1 with the rearing cost of each stage in the file's head: the costs are read
@@ -63,42 +75,36 @@ TEST(FuzzCorpus, DataFilesRunOrEndAsTheProgramEnds) {
 TEST(FuzzCorpus, DataFilesWithRearingCostsRunThroughEveryStep) {
   auto endings = ReplayFolder("data_file_all_steps", RunDataFileAllSteps);
   ASSERT_GE(endings.size(), 9u);
-  for (const char* good : {"mite_with_costs.txt", "costs_small.txt", "only_females_with_costs.txt", "cost_as_text.txt",
-                           "extreme_costs.txt"}) {
-    EXPECT_EQ(endings[good].ending, Ending::Ran) << good << ": " << endings[good].message;
-    EXPECT_TRUE(endings[good].basicRunDone) << good;
-  }
-  for (const char* bad : {"mite_without_costs.txt", "costs_cut_short.txt"}) {
-    EXPECT_EQ(endings[bad].ending, Ending::ProgramEnd) << bad;
+  ExpectBasicRun(endings, {"mite_with_costs.txt", "costs_small.txt", "only_females_with_costs.txt", "cost_as_text.txt",
+                           "extreme_costs.txt"});
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"mite_without_costs.txt", "costs_cut_short.txt", "head_ends_after_costs.txt",
+                "non_integer_with_costs.txt"});
+  for (const char* bad : {"mite_without_costs.txt", "costs_cut_short.txt"})
     EXPECT_NE(endings[bad].message.find("If there is no rearing cost"), std::string::npos) << endings[bad].message;
-  }
-  ExpectEnding(endings, Ending::ProgramEnd, {"head_ends_after_costs.txt", "non_integer_with_costs.txt"});
 }
 
 TEST(FuzzCorpus, RecordFilesRepeatTheirSamplesOrEndAsTheProgramEnds) {
   auto endings = ReplayFolder("record_file", RunRecordFile);
   ASSERT_GE(endings.size(), 15u);
   // Records that repeat: every sample is analysed.
-  for (const auto& [good, samples] : std::map<std::string, long>{{"effective_two_sex.txt", 3},
-                                                                {"effective_parthenogenetic.txt", 2},
-                                                                {"all_two_sex.txt", 2},
-                                                                {"all_parthenogenetic.txt", 2},
-                                                                {"general.txt", 3},
-                                                                {"old_version.txt", 3},
-                                                                {"larger_sample.txt", 2},
-                                                                {"no_summary.txt", 3}}) {
-    EXPECT_EQ(endings[good].ending, Ending::Ran) << good << ": " << endings[good].message;
-    EXPECT_EQ(endings[good].bootstrapSamples, samples) << good;
-  }
+  ExpectRanWith(endings, &Outcome::bootstrapSamples,
+                {{"effective_two_sex.txt", 3},
+                 {"effective_parthenogenetic.txt", 2},
+                 {"all_two_sex.txt", 2},
+                 {"all_parthenogenetic.txt", 2},
+                 {"general.txt", 3},
+                 {"old_version.txt", 3},
+                 {"larger_sample.txt", 2},
+                 {"no_summary.txt", 3}});
   // A sample that fails its record's condition, a sample without females, a record that ends
   // before its samples do.
-  for (const char* bad : {"effective_without_male.txt", "sample_without_female.txt", "more_samples_than_written.txt"})
-    EXPECT_EQ(endings[bad].ending, Ending::ProgramEnd) << bad << ": " << endings[bad].message;
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"effective_without_male.txt", "sample_without_female.txt", "more_samples_than_written.txt"});
   // An individual that isn't in the pool, a sample larger than the arrays hold.
-  for (const char* beyond : {"individual_beyond_pool.txt", "individual_zero.txt", "sample_size_beyond.txt"})
-    EXPECT_EQ(endings[beyond].ending, Ending::SubscriptFault) << beyond << ": " << endings[beyond].message;
+  ExpectEnding(endings, Ending::SubscriptFault,
+               {"individual_beyond_pool.txt", "individual_zero.txt", "sample_size_beyond.txt"});
 }
-
 
 TEST(FuzzCorpus, ColumnFilesArePairedOrEndAsTheProgramEnds) {
   auto endings = ReplayFolder("column_file", RunColumnFile);
@@ -106,27 +112,24 @@ TEST(FuzzCorpus, ColumnFilesArePairedOrEndAsTheProgramEnds) {
   // Files that pair with the fixed treatment of 20 values: the values of both are compared, on
   // the detailed route too when the file is small. A stated B larger than the list is corrected
   // down, a smaller one caps it, -1 closes the list.
-  for (const auto& [good, values] : std::map<std::string, long>{{"r_mite.txt", 60},
-                                                               {"survival_rate.txt", 60},
-                                                               {"preadult_survival.txt", 60},
-                                                               {"arcsine_inside.txt", 28},
-                                                               {"fewer_values_than_B.txt", 28},
-                                                               {"B_largest_long.txt", 28},
-                                                               {"more_values_than_B.txt", 23},
-                                                               {"closed_early_by_minus_one.txt", 22},
-                                                               {"one_value.txt", 21},
-                                                               {"equal_to_fixed_treatment.txt", 40},
-                                                               {"crlf.txt", 28},
-                                                               {"no_line_end.txt", 28},
-                                                               {"blank_lines_between.txt", 28},
-                                                               {"quoted_numbers_and_commas.txt", 28}}) {
-    EXPECT_EQ(endings[good].ending, Ending::Ran) << good << ": " << endings[good].message;
-    EXPECT_EQ(endings[good].comparedValues, values) << good;
-    EXPECT_TRUE(endings[good].detailedRun) << good;
-  }
+  const std::map<std::string, long> small = {{"r_mite.txt", 60},
+                                             {"survival_rate.txt", 60},
+                                             {"preadult_survival.txt", 60},
+                                             {"arcsine_inside.txt", 28},
+                                             {"fewer_values_than_B.txt", 28},
+                                             {"B_largest_long.txt", 28},
+                                             {"more_values_than_B.txt", 23},
+                                             {"closed_early_by_minus_one.txt", 22},
+                                             {"one_value.txt", 21},
+                                             {"equal_to_fixed_treatment.txt", 40},
+                                             {"crlf.txt", 28},
+                                             {"no_line_end.txt", 28},
+                                             {"blank_lines_between.txt", 28},
+                                             {"quoted_numbers_and_commas.txt", 28}};
+  ExpectRanWith(endings, &Outcome::comparedValues, small);
+  for (const auto& [file, values] : small) EXPECT_TRUE(endings[file].detailedRun) << file;
   // A large file takes the fast route only.
-  EXPECT_EQ(endings["r_mite_2000_samples.txt"].ending, Ending::Ran);
-  EXPECT_EQ(endings["r_mite_2000_samples.txt"].comparedValues, 2020);
+  ExpectRanWith(endings, &Outcome::comparedValues, {{"r_mite_2000_samples.txt", 2020}});
   EXPECT_FALSE(endings["r_mite_2000_samples.txt"].detailedRun);
   // A file cut short, without values, or with a B of none; a transformation outside its range;
   // a label that makes the report's name a path into no folder.
@@ -141,20 +144,17 @@ TEST(FuzzCorpus, ColumnFilesArePairedOrEndAsTheProgramEnds) {
 TEST(FuzzCorpus, PooledFilesArePairedOrEndAsTheProgramEnds) {
   auto endings = ReplayFolder("pooled_file", RunPooledFile);
   ASSERT_GE(endings.size(), 15u);
-  for (const auto& [good, values] : std::map<std::string, long>{{"two_treatments.txt", 70},
-                                                               {"three_treatments.txt", 110},
-                                                               {"eleven_treatments.txt", 33},
-                                                               {"last_list_unclosed.txt", 70},
-                                                               {"crlf.txt", 20},
-                                                               {"text_values.txt", 5},
-                                                               {"large_treatments.txt", 2030}}) {
-    EXPECT_EQ(endings[good].ending, Ending::Ran) << good << ": " << endings[good].message;
-    EXPECT_EQ(endings[good].comparedValues, values) << good;
-  }
   // Places are mapped to file positions by equal means: two treatments of the same mean both
-  // take the values of the first.
-  EXPECT_EQ(endings["equal_means.txt"].ending, Ending::Ran) << endings["equal_means.txt"].message;
-  EXPECT_EQ(endings["equal_means.txt"].comparedValues, 6);
+  // take the values of the first (equal_means.txt).
+  ExpectRanWith(endings, &Outcome::comparedValues,
+                {{"two_treatments.txt", 70},
+                 {"three_treatments.txt", 110},
+                 {"eleven_treatments.txt", 33},
+                 {"last_list_unclosed.txt", 70},
+                 {"crlf.txt", 20},
+                 {"text_values.txt", 5},
+                 {"large_treatments.txt", 2030},
+                 {"equal_means.txt", 6}});
   // Fewer than two treatments (a negative count among them), a treatment without values, a file
   // cut short, a parameter that makes the detail files' names a path into no folder.
   ExpectEnding(endings, Ending::ProgramEnd,
