@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# Writes every file of a seeded run into a folder, for comparing two builds file by file:
+#   A1 + A3 (B = 2,000) on examples/mite.txt and bench/beetle.txt, then command C on the r
+#   columns of the two, in detail (difference files, normal curves).
+# Lines that carry the clock (dates, times, elapsed seconds) are blanked, so that two runs of
+# one build give the same folder.
+#   scripts/snapshot.sh build/korvan OUT [threads]      then: diff -r OUT1 OUT2
+set -euo pipefail
+korvan=$(realpath "$1")
+out=$2
+threads=${3:-2}
+top=$(cd "$(dirname "$0")/.." && pwd)
+rm -rf "$out"
+mkdir -p "$out"
+out=$(realpath "$out")
+cp "$top/examples/mite.txt" "$top/bench/beetle.txt" "$out/"
+cd "$out"
+for cohort in mite beetle; do
+  sed "s#examples/mite.txt#$cohort.txt#" "$top/examples/mite_fast.answers" > fast.answers
+  "$korvan" --seed 7 --threads "$threads" --quiet --answers fast.answers \
+    --answers "$top/examples/mite_boot.answers" A1 A3 > "$cohort.stdout"
+done
+cat > c.answers <<'EOF'
+Fast paired bootstrap test? = No
+Do you need detailed info? = Yes
+Do you need flow record? = No
+Detailed differences = Yes
+Read data file one by one for multiple comparison = 2
+Transformation? = 0
+Input treatment 1 = mite_Effect Boot-A2a-r.txt
+Input treatment 2 = beetle_Effect Boot-A2a-r.txt
+Add a code to the output filename? = 1
+Task completed! = Yes
+EOF
+"$korvan" --quiet --answers c.answers C > c.stdout
+rm -f fast.answers c.answers
+# The report of C is named by the clock.
+for f in "24-Paired boot test results-"*; do mv "$f" "24-Paired boot test results-<clock>.txt"; done
+# The clock: times of day, dates, seconds of a run.
+sed -i -E -e 's/[0-9]{1,2}:[0-9]{2}:[0-9]{2}( ?[AP]M)?/<time>/g' \
+  -e 's#[0-9]{1,4}[-/][0-9]{1,2}[-/][0-9]{2,4}#<date>#g' \
+  -e "s#$out#<out>#g" -e 's/(results-[^ ]*)_[0-9]+-[0-9]+\.txt/\1_<clock>.txt/' \
+  -e '/[Ss]econds?|[Ee]lapsed|[Tt]ime used|[Tt]otal time/s/[0-9.]+/<n>/g' ./*
+echo "$(ls | wc -l) files in $out"
