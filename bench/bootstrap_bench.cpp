@@ -16,9 +16,9 @@
 #include <cstdlib>
 #include <new>
 
-#include "bootstrap/bootstrap_driver.h"
-#include "engine/basic_run_driver.h"
-#include "store/session_store.h"
+#include "commands/bootstrap_driver.h"
+#include "commands/basic_run_driver.h"
+#include "run/run_context.h"
 
 namespace {
 
@@ -70,7 +70,7 @@ void BM_BootstrapCommand(benchmark::State& state) {
     state.PauseTiming();
     BenchPrompts P;
     P.answers["Task completed"] = "OK";
-    auto S = std::make_unique<SessionStore>();
+    auto S = std::make_unique<Session>();
     S->StartUp();
     S->identity.DataFilePath = path;
     S->identity.DataFileBase = path.substr(0, path.size() - 4);

@@ -58,9 +58,9 @@ class NoPrompts final : public korvan::PromptService {
   std::string ChooseFile(const std::string&) override { return ""; }
 };
 
-std::unique_ptr<korvan::SessionStore> LargeRun(const std::string& base) {
+std::unique_ptr<korvan::Session> LargeRun(const std::string& base) {
   using namespace korvan;
-  auto S = std::make_unique<SessionStore>();
+  auto S = std::make_unique<Session>();
   S->StartUp();
   S->identity.DataFileBase = base;
   S->identity.ProjectName = "Bench";

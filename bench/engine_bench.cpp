@@ -6,8 +6,8 @@
 #include <cmath>
 
 #include "engine/life_table_engine.h"
-#include "store/session_store.h"
-#include "ui/prompt_service.h"
+#include "run/run_context.h"
+#include "run/prompt_service.h"
 
 namespace {
 
@@ -75,7 +75,7 @@ void LoadCohort(SessionStore& S) {
 }
 
 struct Replicate {
-  SessionStore S;
+  Session S;
   NoPrompts P;
   LifeTableEngine E{S, P};
   Replicate() {

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "ui/prompt_service.h"
+#include "run/prompt_service.h"
 
 namespace korvan::fuzz {
 

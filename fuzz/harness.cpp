@@ -8,12 +8,13 @@
 #include <system_error>
 
 #include "accepting_prompts.h"
-#include "bootstrap/bootstrap_driver.h"
+#include "commands/bootstrap_driver.h"
+#include "commands/paired_test_commands.h"
 #include "comparison/paired_test.h"
-#include "engine/basic_run_driver.h"
-#include "input/read_data_a1.h"
+#include "commands/basic_run_driver.h"
+#include "commands/read_data_a1.h"
 #include "store/faults.h"
-#include "store/session_store.h"
+#include "run/run_context.h"
 
 namespace korvan::fuzz {
 
@@ -67,7 +68,7 @@ Outcome Guarded(Run&& run) {
 const char* const kTwoSexTitle = "Two-sex mating?";
 
 // A1 in a Fast Run, which goes on to Basic Run by itself.
-void FastRun(SessionStore& S, AcceptingPrompts& P, const std::string& path, bool twoSex) {
+void FastRun(Session& S, AcceptingPrompts& P, const std::string& path, bool twoSex) {
   P.files["Open life table data file"] = path;
   P.answers["Do you need only the basic output (0A) and figure files?"] = kNo;
   P.answers["Fast run for two-sex or parthenogenetic population?"] = twoSex ? kYes : kNo;
@@ -79,7 +80,7 @@ void FastRun(SessionStore& S, AcceptingPrompts& P, const std::string& path, bool
 
 // A1 through all its steps, the file's head holding rearing costs, then "A2. Basic Run" with
 // every setting of the run at its default.
-void AllStepsRun(SessionStore& S, AcceptingPrompts& P, const std::string& path, bool twoSex) {
+void AllStepsRun(Session& S, AcceptingPrompts& P, const std::string& path, bool twoSex) {
   P.files["Open life table data file"] = path;
   P.answers["Do you need only the basic output (0A) and figure files?"] = kNo;
   P.answers["Fast run for two-sex or parthenogenetic population?"] = kCancel;
@@ -94,10 +95,10 @@ void AllStepsRun(SessionStore& S, AcceptingPrompts& P, const std::string& path, 
   BasicRunDriver(S, P).cmdBasicRunA2_Click();
 }
 
-using Route = void (*)(SessionStore&, AcceptingPrompts&, const std::string&, bool);
+using Route = void (*)(Session&, AcceptingPrompts&, const std::string&, bool);
 
 Outcome ReadAndRun(Route route, const std::string& path, bool twoSex) {
-  auto S = std::make_unique<SessionStore>();
+  auto S = std::make_unique<Session>();
   S->StartUp();
   AcceptingPrompts P;
   route(*S, P, path, twoSex);
@@ -146,7 +147,7 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   const std::string cohort = bench.Put("cohort.txt", kRecordCohort, std::strlen(kRecordCohort));
   const std::string record = bench.Add("record.txt", data, size);
   Outcome ran = Guarded([&] {
-    auto S = std::make_unique<SessionStore>();
+    auto S = std::make_unique<Session>();
     S->StartUp();
     AcceptingPrompts P;
     FastRun(*S, P, cohort, true);
@@ -203,7 +204,7 @@ long ComparedValues(const SessionStore& S) {
 }
 
 Outcome PairedOneByOne(const std::string& file1, const std::string& file2, const char* transformation) {
-  auto S = std::make_unique<SessionStore>();
+  auto S = std::make_unique<Session>();
   S->StartUp();
   AcceptingPrompts P;
   P.files["Input treatment 1"] = file1;
@@ -219,7 +220,7 @@ Outcome PairedOneByOne(const std::string& file1, const std::string& file2, const
   } else {
     P.answers["Fast paired bootstrap test?"] = kYes;
   }
-  PairedBootTest(*S, P).cmdPairedBootTest_Click();
+  PairedTestCommands(*S, P).cmdPairedBootTest_Click();
   Outcome ran;
   ran.comparedValues = ComparedValues(*S);
   return ran;
@@ -245,7 +246,7 @@ Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   const std::string pooled = bench.Put("pooled.txt", data, size);
   InFolder here(bench.Path());
   Outcome ran = Guarded([&] {
-    auto S = std::make_unique<SessionStore>();
+    auto S = std::make_unique<Session>();
     S->StartUp();
     AcceptingPrompts P;
     P.files["Open pooled file of treatments for paired bootstrap test"] = pooled;
@@ -254,7 +255,7 @@ Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t si
     P.answers["Detailed differences"] = detailed ? kYes : kNo;
     // A large file sorts as after a fast run of command C in the session.
     if (!detailed) S->comparison.UseQuickSort = "Yes";
-    PairedBootTest(*S, P).cmdPBTPooled_Click();
+    PairedTestCommands(*S, P).cmdPBTPooled_Click();
     Outcome ran;
     ran.comparedValues = ComparedValues(*S);
     ran.detailedRun = detailed;

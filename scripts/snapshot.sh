@@ -34,8 +34,11 @@ Task completed! = Yes
 EOF
 "$korvan" --quiet --answers c.answers C > c.stdout
 rm -f fast.answers c.answers
-# The report of C is named by the clock.
+# Names that carry the clock: the report of C, the records of samples.
 for f in "24-Paired boot test results-"*; do mv "$f" "24-Paired boot test results-<clock>.txt"; done
+for f in *-20[0-9][0-9]-*-*-*.txt; do
+  [ -e "$f" ] && mv "$f" "$(echo "$f" | sed -E 's/-20[0-9]{2}(-[0-9]{1,2}){4}\.txt$/-<clock>.txt/')"
+done
 # The clock: times of day, dates, seconds of a run.
 sed -i -E -e 's/[0-9]{1,2}:[0-9]{2}:[0-9]{2}( ?[AP]M)?/<time>/g' \
   -e 's#[0-9]{1,4}[-/][0-9]{1,2}[-/][0-9]{2,4}#<date>#g' \

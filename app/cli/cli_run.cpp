@@ -11,9 +11,9 @@
 #include <sstream>
 
 #include "store/faults.h"
-#include "store/session_store.h"
+#include "run/run_context.h"
 #include "ui/answer_book.h"
-#include "ui/command_handlers.h"
+#include "commands/command_handlers.h"
 #include "ui/command_table.h"
 #include "ui/console_display.h"
 #include "ui/scripted_prompts.h"
@@ -135,8 +135,8 @@ std::string CommandListText() {
 }
 
 int RunSession(const CliOptions& options, bool demo) {
-  auto store = std::make_unique<SessionStore>();
-  SessionStore& S = *store;
+  auto store = std::make_unique<Session>();
+  Session& S = *store;
   S.StartUp();
   SetStartUpConsole(S.console);
   S.runControl.hasSeed = options.hasSeed;

@@ -28,7 +28,7 @@
 #include "ui/answer_book.h"
 #include "ui/chart_figures.h"
 #include "ui/chart_regression.h"
-#include "ui/command_handlers.h"
+#include "commands/command_handlers.h"
 #include "ui/console_display.h"
 #include "ui/console_texts.h"
 
@@ -81,8 +81,8 @@ const char* kBlink[] = {"#c00000", "#c06000", "#008000", "#0060c0", "#6000c0", "
 }  // namespace
 
 ConsoleWindow::ConsoleWindow(const ConsoleOptions& options)
-    : store_(std::make_unique<SessionStore>()), qtPrompts_(this, this), prompts_(&qtPrompts_) {
-  SessionStore& S = *store_;
+    : store_(std::make_unique<Session>()), qtPrompts_(this, this), prompts_(&qtPrompts_) {
+  Session& S = *store_;
   S.StartUp();
   SetStartUpConsole(S.console);
   S.runControl = options.runControl;
@@ -307,7 +307,7 @@ bool ConsoleWindow::Press(const std::string& control) {
     lastMessage_ = Q("Unknown command " + control);
     return false;
   }
-  SessionStore& S = *store_;
+  Session& S = *store_;
   if (!IsCommandOpen(S.console, *command)) {
     Note(Q(ClosedCommandMessage(S.console, *command)));
     return false;

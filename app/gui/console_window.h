@@ -15,7 +15,7 @@
 
 #include "answered_prompts.h"
 #include "qt_prompts.h"
-#include "store/session_store.h"
+#include "run/run_context.h"
 #include "ui/command_table.h"
 
 class QGroupBox;
@@ -107,7 +107,7 @@ class ConsoleWindow : public QMainWindow, private ConsoleSink {
   void ShowProgress(long done, long total) override;
   void ShowPanel(const ChartPanel& panel) override;
 
-  std::unique_ptr<SessionStore> store_;
+  std::unique_ptr<Session> store_;
   QtPrompts qtPrompts_;
   std::unique_ptr<AnsweredPrompts> answered_;
   PromptService* prompts_;

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "ui/chart_panel.h"
-#include "ui/prompt_service.h"
+#include "run/prompt_service.h"
 
 namespace korvan::gui {
 

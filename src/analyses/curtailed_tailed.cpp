@@ -87,6 +87,16 @@ bool CurtailedTailedRates::Bisect(bool curtailed, double& found) {
 // ---------------------------------------------------------------------------------------
 // The two loops
 
+bool CurtailedTailedRates::CurtailedAndTailedAfterR() {
+  const std::string& effect = S.options.EffectOfFxjFlag;
+  if (W.run.IsBasicRunFlag == "n" || effect == "No" || effect == "NO" || effect == "no") return false;
+  CurtailedR();
+  S.params.CurtailedDone = "Yes";
+  TailedRandR0();
+  // EffectOfVariableFxj (effect of reduced f(x,j)) isn't part of this system yet.
+  return true;
+}
+
 void CurtailedTailedRates::CurtailedR() {
   Flow("CurtailedR");
   auto& c = S.params;
@@ -133,7 +143,7 @@ void CurtailedTailedRates::PrintCumuR0andIntrinR() {
   const double tu = S.settings.TimeUnit;
   const bool fast = S.options.FastRun == "Yes";
   const bool curtailed = S.params.CurtailedDone == "Yes";
-  NewMainTablePage(S);
+  NewMainTablePage(S.channels);
   out.Print("Table", S.channels.MainTableNumber,
             ". Cumulative reproductive rate, cumulative contribution to r, and curtailed r");
   if (fast)

@@ -3,13 +3,17 @@
 // late ones. The curtailed analysis cuts the life table after an age and finds the r of what
 // is left; the tailed analysis cuts it before an age. Both run in a Basic Run, after r.
 // Also the report table and the figure files of cumulative, curtailed and tailed rates.
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 
 class CurtailedTailedRates : public Procedures {
  public:
   using Procedures::Procedures;
+
+  // Both analyses right after r in a Basic Run, unless it leaves out the effect of reduced
+  // f(x,j); whether they ran.
+  bool CurtailedAndTailedAfterR();
 
   void CurtailedR();
   void CurtailedRGosub120();

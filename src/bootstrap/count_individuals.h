@@ -1,6 +1,6 @@
 #pragma once
 // How often each individual of the cohort was drawn over all samples of a run.
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 

@@ -1,7 +1,7 @@
 // l(x) and m(x) of the samples of the major percentiles, in a run of the same samples.
 #include <map>
 
-#include "bootstrap/bootstrap_driver.h"
+#include "bootstrap/bootstrap_run.h"
 #include "bootstrap/replicate_chain.h"
 #include "text/text_file.h"
 
@@ -22,7 +22,7 @@ void KeepMajorPercentileColumns(SessionStore& S, const Workspace& W) {
 }
 
 // The columns are written in the order of the samples, as one pass over the samples meets them.
-void BootstrapDriver::WriteMajorPercentileLxMx() {
+void BootstrapRun::WriteMajorPercentileLxMx() {
   BootstrapRecord& R = S.boot;
   if (R.MajorPercentileLxMx != "Yes") return;
   std::multimap<long, int> bySample;

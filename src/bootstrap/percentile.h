@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 #include "text/text_file.h"
 
 namespace korvan {
@@ -41,8 +41,6 @@ class BootPercentiles : public Procedures {
   void WriteLifeTableFor100();
   // The record of the sample TableSample, labelled TableLabel, to OutputFileName.
   void WriteSpecificBootstrapSample();
-  // The command "P. Spec. boot": a sample record read back and written as a data file.
-  void WriteLifeTableForSpecificSample();
   // Reads the sample record at SpecRecordPath into SavedBootIndividuals; false when its
   // individuals do not fit the pool in memory (the user has been told).
   std::string SpecRecordPath;

@@ -169,20 +169,4 @@ bool BootPercentiles::InputSpecBootSample() {
   return true;
 }
 
-void BootPercentiles::WriteLifeTableForSpecificSample() {
-  Flow("cmdWriteSpeLifeTable_Click");
-  const std::string title = "Write life table data for specific bootstrap sample?";
-  const std::string text =
-      "Write life table data for specific bootstrap sample only? If yes, open the bootstrap sample record (e.g., "
-      "....__Ka, _Kb, or _Kc_...-sample_....txt).";
-  if (P.MsgBox(text, title, kYesNo) != kYes) return;
-  SpecRecordPath = P.ChooseFile("Open specific bootstrap sample and prepare its life table");
-  if (SpecRecordPath.empty()) return;
-  if (!InputSpecBootSample()) return;
-  LifeTableWriter writer(S, P, W);
-  writer.SampleNumber = SpecSampleNumber;
-  writer.FromSavedSamples = true;
-  writer.WriteLifeTableForSpecificSampleFile();
-}
-
 }  // namespace korvan

@@ -2,9 +2,9 @@
 #include <cmath>
 #include <string>
 
-#include "bootstrap/bootstrap_driver.h"
-#include "store/faults.h"
+#include "bootstrap/sample_records.h"
 #include "bootstrap/support_files.h"
+#include "store/faults.h"
 #include "text/numbers.h"
 
 namespace korvan {
@@ -29,7 +29,7 @@ std::string OldVersionText() {
 
 }  // namespace
 
-void BootstrapDriver::ReadSameBootstrapData() {
+void SampleRecords::ReadSameBootstrapData() {
   Flow("ReadSameBootstrapData");
   BootstrapRecord& R = S.boot;
   const std::string path = P.ChooseFile("Open bootstrap record file (In general, it is file no. 11).");

@@ -1,7 +1,7 @@
 #pragma once
 // The engine's pass over one prepared sample, and what the driver gathers from a worker's
 // workspace: the running sums of l(x) and m(x) and the counters of the engine.
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "bootstrap/uniform_random.h"
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 
@@ -38,7 +38,7 @@ struct PoolSummary {
 
 class Resampling : public Procedures {
  public:
-  Resampling(SessionStore& S, PromptService& P, Workspace& W, UniformGenerator& gen)
+  Resampling(Session& S, PromptService& P, Workspace& W, UniformGenerator& gen)
       : Procedures(S, P, W), gen_(gen) {}
 
   // Takes the sample number Boot of the workspace and draws or repeats that sample; on return

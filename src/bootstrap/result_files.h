@@ -4,7 +4,7 @@
 // figure files.
 #include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 #include "text/text_file.h"
 
 namespace korvan {

@@ -4,7 +4,7 @@
 #include <ctime>
 #include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 
@@ -19,6 +19,8 @@ class SampleRecords : public Procedures {
   void WriteEffectiveBootRecordForVoragen();
   // File no. 11A: every sample, the ineffective ones marked.
   void WriteAllBootstrapSamples();
+  // Reads a record (file no. 11 or 11A) that a run of the same samples repeats.
+  void ReadSameBootstrapData();
 
   // The moment in the names of the files (the clock when not set).
   std::time_t Moment = 0;

@@ -8,7 +8,7 @@
 // swapping leave; the percentile rule accepts that.
 #include <cstdint>
 
-#include "bootstrap/sorting_store.h"
+#include "store/sort_store.h"
 
 namespace korvan {
 

@@ -3,7 +3,6 @@
 #include <fstream>
 #include <sstream>
 
-#include "bootstrap/bootstrap_driver.h"
 #include "store/faults.h"
 #include "text/numbers.h"
 

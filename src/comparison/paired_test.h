@@ -5,7 +5,7 @@
 // P-value for every pair, and the multiple-comparison report with its tables.
 #include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 #include "text/text_file.h"
 
 namespace korvan {
@@ -13,10 +13,6 @@ namespace korvan {
 class PairedBootTest : public Procedures {
  public:
   using Procedures::Procedures;
-
-  // Console commands.
-  void cmdPairedBootTest_Click();
-  void cmdPBTPooled_Click();
 
   // Reading.
   void InputRawDataForCIonebyone();
@@ -44,7 +40,6 @@ class PairedBootTest : public Procedures {
   void PrintPairBlock(int i, int j);
   void PrintLetterTable();
   void PrintClosing();
-  void AfterRun();
   // Letter rows for the treatments of the report; letters(t) of treatment t (1-based).
   void PrintLetterRow(int t, const std::string& letters);
 

@@ -143,7 +143,7 @@ void StageStatsEngine::PrintAPOPandTPOP() {
   out.Print("");
 }
 
-void StageStatsEngine::NewPage() { NewMainPage(S); }
+void StageStatsEngine::NewPage() { NewMainPage(S.channels); }
 
 int StageStatsEngine::NextTable() { return ++S.channels.MainTableNumber; }
 

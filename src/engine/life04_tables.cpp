@@ -21,7 +21,7 @@ int TableWidth(int m) { return 9 * (m + 1) + 5; }
 void LifeTableEngine::PrintTableHead(const std::string& title, bool developmentHead) {
   auto& out = S.channels.MainOutput;
   const int m = S.header.StageCount;
-  NewMainTablePage(S);
+  NewMainTablePage(S.channels);
   if (title.rfind(". ", 0) == 0)
     out.Print("Table", S.channels.MainTableNumber, title);
   else
@@ -192,7 +192,7 @@ void LifeTableEngine::PrintAgeTables() {
       for (int j = 1; j <= m + 1; ++j) M(x, j) = value(x, j);
   };
   auto pageHead = [&](const std::string& title, int dashes) {
-    NewMainTablePage(S);
+    NewMainTablePage(S.channels);
     out.Print("Table", S.channels.MainTableNumber, title);
     out.Print(Line(dashes, '='));
   };

@@ -98,7 +98,7 @@ void LifeTableEngine::PrintMatrixExj() {
   if (!out.IsOpen()) return;
 
   const std::string title = "Age-stage specific life expectancy (matrix E)";
-  NewMainTablePage(S);
+  NewMainTablePage(S.channels);
   out.Print("Table", S.channels.MainTableNumber, ". ", title);
   out.Print(std::string(static_cast<std::size_t>(9 * (m + 1)), '='));
   out.PrintPart("Age");

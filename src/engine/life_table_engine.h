@@ -6,7 +6,7 @@
 // replicate on the workspace W; they allocate nothing. Printing runs only outside resampling.
 #include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 

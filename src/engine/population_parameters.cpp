@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "analyses/curtailed_tailed.h"
 #include "engine/life_table_engine.h"
 #include "engine/stage_statistics.h"
 #include "store/faults.h"
@@ -86,14 +85,7 @@ void ParameterEngine::Life05() {
   } else if (S.options.AnalysisMethod == "Matrix") {
     Life05Gosub90ForMatrix();
   }
-  const std::string& effect = S.options.EffectOfFxjFlag;
-  if (W.run.IsBasicRunFlag == "n" || effect == "No" || effect == "NO" || effect == "no") return;
-  CurtailedTailedRates rates(S, P, W);
-  rates.CurtailedR();
-  S.params.CurtailedDone = "Yes";
-  S.console.Enable("cmdCurtailedR");
-  rates.TailedRandR0();
-  // EffectOfVariableFxj (effect of reduced f(x,j)) isn't part of this system yet.
+  // The curtailed and tailed rates of a Basic Run follow as a step of its driver.
 }
 
 void ParameterEngine::Life05ForMatrix() {
@@ -103,12 +95,6 @@ void ParameterEngine::Life05ForMatrix() {
     Life05Gosub90();
   else if (S.options.AnalysisMethod == "Matrix")
     Life05Gosub90ForMatrix();
-  const std::string& effect = S.options.EffectOfFxjFlag;
-  if (W.run.IsBasicRunFlag == "n" || effect == "No" || effect == "NO" || effect == "no") return;
-  CurtailedTailedRates rates(S, P, W);
-  rates.CurtailedR();
-  S.params.CurtailedDone = "Yes";
-  rates.TailedRandR0();
 }
 
 // ---------------------------------------------------------------------------------------

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "engine/table_text.h"
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 

@@ -4,7 +4,6 @@
 #include <ctime>
 #include <string>
 
-#include "analyses/curtailed_tailed.h"
 #include "engine/population_parameters.h"
 #include "engine/table_text.h"
 #include "text/numbers.h"
@@ -27,7 +26,6 @@ void ParameterEngine::PrintIntrinsicRateTable() {
   Flow("PrintIntrinsicRateTable");
   // Group-reared data have a table of their own, which comes with the reading of N and F.
   Life05aGosub0800();
-  CurtailedTailedRates(S, P, W).PrintCumuR0andIntrinR();
 }
 
 void ParameterEngine::Life05aGosub1100() {
@@ -62,7 +60,7 @@ void ParameterEngine::Life05aGosub0800() {
   const auto& t = W.tables;
   const double tu = S.settings.TimeUnit;
 
-  NewMainTablePage(S);
+  NewMainTablePage(S.channels);
   out.Print("Table", S.channels.MainTableNumber, ". Age-specific life table");
   {
     std::time_t now = std::time(nullptr);

@@ -123,7 +123,7 @@ void ParameterEngine::PrintStableAgeStageTables(bool matrixTwin) {
 
   // Matrix B2 on the wider printer: every value to 4 decimals on columns of 9.
   copy(p.Bxj, 0.01);
-  NewMainTablePage(S);
+  NewMainTablePage(S.channels);
   out.Print("Table", S.channels.MainTableNumber, ". ", "Stable age-stage-distribution (SASD) (Matrix B2) (sum = 1)");
   out.Print(Line(9 * (m + 1) + 5, '='));
   out.PrintPart(" Age");
@@ -153,7 +153,7 @@ void ParameterEngine::Life05aGosub0180() {
   const int last = W.tables.LastAge;
   const double tu = S.settings.TimeUnit;
 
-  NewMainTablePage(S);
+  NewMainTablePage(S.channels);
   for (int x = 0; x <= last; ++x) {
     for (int j = 1; j <= m + 1; ++j) {
       const double v = show(x, j);
@@ -240,7 +240,7 @@ void ParameterEngine::StableTables() {
   auto& out = S.channels.MainOutput;
   if (!out.IsOpen()) return;
   auto head = [&](const char* title) {
-    NewMainTablePage(S);
+    NewMainTablePage(S.channels);
     out.Print("Table", S.channels.MainTableNumber, title);
   };
   auto stageHead = [&]() {

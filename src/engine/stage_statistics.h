@@ -7,7 +7,7 @@
 // workspace in hand and allocate nothing.
 #include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 

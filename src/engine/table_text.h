@@ -3,9 +3,8 @@
 #include <cmath>
 #include <string>
 
-#include "store/session_store.h"
+#include "run/run_context.h"
 #include "text/numbers.h"
-#include "text/text_file.h"
 
 namespace korvan {
 
@@ -24,15 +23,15 @@ inline std::string CellText(double v) {
 
 // The page mark before a table of the main output: a form feed (none before the first page),
 // then "Page" and its number at column 70.
-inline void NewMainPage(SessionStore& S) {
-  if (S.channels.MainPageNumber > 0) S.channels.MainOutput.RawText("\f");
-  S.channels.MainOutput.Print(Tab{70}, "Page", ++S.channels.MainPageNumber);
+inline void NewMainPage(Channels& C) {
+  if (C.MainPageNumber > 0) C.MainOutput.RawText("\f");
+  C.MainOutput.Print(Tab{70}, "Page", ++C.MainPageNumber);
 }
 
 // The page mark and the number of the next table.
-inline int NewMainTablePage(SessionStore& S) {
-  NewMainPage(S);
-  return ++S.channels.MainTableNumber;
+inline int NewMainTablePage(Channels& C) {
+  NewMainPage(C);
+  return ++C.MainTableNumber;
 }
 
 }  // namespace korvan

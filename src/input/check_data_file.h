@@ -9,7 +9,7 @@
 #include <string>
 
 #include "input/field_reader.h"
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 

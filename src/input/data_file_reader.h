@@ -8,7 +8,7 @@
 // store is a SubscriptFault, as everywhere.
 #include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 #include "store/session_store.h"
 
 namespace korvan {

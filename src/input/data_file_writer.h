@@ -11,7 +11,7 @@
 #include <functional>
 #include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 #include "text/text_file.h"
 
 namespace korvan {

@@ -11,16 +11,16 @@
 // and m(x) accumulators, the counters of negative r and the like) lives in BootstrapWork, one
 // per worker; the driver adds the workers' sums together in sample order at the end.
 #include <cstdint>
-#include <sys/mman.h>
 
 #include <cstddef>
 #include <new>
 #include <string>
 #include <type_traits>
 
-#include "bootstrap/sorting_store.h"
 #include "store/bounded.h"
 #include "store/limits.h"
+#include "store/sort_store.h"
+#include "store/zero_pages.h"
 
 namespace korvan {
 
@@ -36,12 +36,8 @@ class SampleArray {
   static constexpr std::size_t kBytes = static_cast<std::size_t>(kSize) * sizeof(T);
   // Mapped straight from the system: calloc would hand back recycled heap, which it must clear,
   // once the allocator has raised its threshold for mapping (after the first store is freed).
-  explicit SampleArray(const char* name) : name_(name) {
-    void* p = mmap(nullptr, kBytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-    if (p == MAP_FAILED) throw std::bad_alloc();
-    p_ = static_cast<T*>(p);
-  }
-  ~SampleArray() { munmap(p_, kBytes); }
+  explicit SampleArray(const char* name) : name_(name), p_(static_cast<T*>(MapZeroPages(kBytes))) {}
+  ~SampleArray() { UnmapZeroPages(p_, kBytes); }
   SampleArray(const SampleArray&) = delete;
   SampleArray& operator=(const SampleArray&) = delete;
 

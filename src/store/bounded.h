@@ -2,8 +2,6 @@
 // Arrays with the fixed bounds of the store. Every access is checked: an index beyond a bound
 // throws SubscriptFault naming the array, never reads or writes outside it. Storage is
 // allocated once, when the array is made, and never again.
-#include <sys/mman.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
@@ -13,6 +11,7 @@
 #include <vector>
 
 #include "store/faults.h"
+#include "store/zero_pages.h"
 
 namespace korvan {
 
@@ -54,7 +53,7 @@ class Storage<T, true> {
   }
   ~Storage() {
     if (Bytes() >= kMapFrom)
-      munmap(p_, Bytes());
+      UnmapZeroPages(p_, Bytes());
     else
       std::free(p_);
   }
@@ -68,9 +67,7 @@ class Storage<T, true> {
   std::size_t Bytes() const { return n_ * sizeof(T); }
   void Allocate() {
     if (Bytes() >= kMapFrom) {
-      void* p = mmap(nullptr, Bytes(), PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-      if (p == MAP_FAILED) throw std::bad_alloc();
-      p_ = static_cast<T*>(p);
+      p_ = static_cast<T*>(MapZeroPages(Bytes()));
     } else {
       p_ = static_cast<T*>(std::calloc(n_, sizeof(T)));
       if (!p_) throw std::bad_alloc();

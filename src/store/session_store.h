@@ -18,7 +18,6 @@
 #include "store/parameters.h"
 #include "store/read_data.h"
 #include "store/stage_stats.h"
-#include "text/text_file.h"
 
 namespace korvan {
 
@@ -131,15 +130,6 @@ struct BasicResults {
   std::string BasicRunDone;
 };
 
-// Open channels that outlive one procedure.
-struct Channels {
-  TextFile MainOutput;  // channel 3: "_0A_Life Table_Output.txt", open through Basic Run
-  TextFile Flow;        // channel 8: the flow record, open from A1 to the end of the session
-  // Tables and pages of the main output are numbered through the whole file.
-  int MainTableNumber = 0;
-  int MainPageNumber = 0;
-};
-
 // How the front end asks a run to go (--seed, --threads, --quiet).
 struct RunControl {
   bool hasSeed = false;     // the run's seed is given; otherwise it comes from the clock
@@ -196,7 +186,6 @@ struct SessionStore {
   Options options;
   NumericSettings settings;
   BasicResults basic;
-  Channels channels;
   ConsoleState console;
   RunControl runControl;
   LifeTableRecord lifeTable;

@@ -2,7 +2,7 @@
 
 #include <cctype>
 
-#include "ui/prompt_service.h"
+#include "run/prompt_service.h"
 
 namespace korvan {
 

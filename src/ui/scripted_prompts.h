@@ -9,7 +9,7 @@
 
 #include "ui/answer_book.h"
 #include "ui/console_display.h"
-#include "ui/prompt_service.h"
+#include "run/prompt_service.h"
 
 namespace korvan {
 

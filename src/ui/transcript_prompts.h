@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "ui/prompt_service.h"
+#include "run/prompt_service.h"
 
 namespace korvan {
 

@@ -16,24 +16,31 @@ namespace {
 using test::Life;
 
 struct Cut {
-  std::unique_ptr<SessionStore> S = std::make_unique<SessionStore>();
+  std::unique_ptr<Session> S = std::make_unique<Session>();
   test::FakePrompts P;
   ParameterEngine E{*S, P};
   explicit Cut(int m, const std::vector<Life>& cohort, const char* effect = "Yes") {
     S->options.EffectOfFxjFlag = effect;
     test::LoadTables(*S, m, cohort, 1);
   }
+  // r, then the cut tables as a Basic Run follows it with them.
+  bool Run() {
+    if (S->options.AnalysisMethod == "Matrix")
+      E.Life05ForMatrix();
+    else
+      E.Life05();
+    return CurtailedTailedRates(*S, P).CurtailedAndTailedAfterR();
+  }
 };
 
 TEST(CurtailedTailed, CutTablesAgainstTheirOwnEquations) {
   Cut run(2, test::ParthenogeneticCohort());
-  run.E.Life05();
+  EXPECT_TRUE(run.Run());
   const auto& c = run.S->params;
   const auto& t = run.S->ws.tables;
   const auto& p = run.S->ws.params;
   const int last = t.LastAge;
   EXPECT_EQ(c.CurtailedDone, "Yes");
-  EXPECT_TRUE(run.S->console.IsEnabled("cmdCurtailedR"));
   // Cut at the last age the table is whole: r within the coarser tolerance.
   EXPECT_NEAR(c.CurtailedRate(last), p.r, 1e-5);
   // No fecundity before age a: 0 below it, and at a the table holds one age only, whose root
@@ -71,26 +78,24 @@ TEST(CurtailedTailed, CutTablesAgainstTheirOwnEquations) {
 TEST(CurtailedTailed, RunOnlyInABasicRunThatAsksForThem) {
   for (const char* effect : {"No", "NO", "no"}) {
     Cut run(2, test::ParthenogeneticCohort(), effect);
-    run.E.Life05();
+    EXPECT_FALSE(run.Run());
     EXPECT_EQ(run.S->params.CurtailedDone, "");
   }
   Cut resampling(2, test::ParthenogeneticCohort());
   resampling.S->ws.run.IsBasicRunFlag = "n";
-  resampling.E.Life05();
+  EXPECT_FALSE(resampling.Run());
   EXPECT_EQ(resampling.S->params.CurtailedDone, "");
-  // The Matrix top sets the flag but leaves the console's command alone.
   Cut matrix(2, test::ParthenogeneticCohort());
   matrix.S->options.AnalysisMethod = "Matrix";
-  matrix.E.Life05ForMatrix();
+  EXPECT_TRUE(matrix.Run());
   EXPECT_EQ(matrix.S->params.CurtailedDone, "Yes");
-  EXPECT_FALSE(matrix.S->console.IsEnabled("cmdCurtailedR"));
 }
 
 TEST(CurtailedTailed, RootsBelowTheBracketEndTheRun) {
   // Cut at age 1 only a tiny l(1)m(1) is left: its root ln(0.02)/2 lies below -1.2.
   Cut curtailed(2, {{"F", {1, 6}, {0.04, 0, 0, 9, 8, 7}}, {"N", {-2}}});
   try {
-    curtailed.E.Life05();
+    curtailed.Run();
     FAIL() << "no end";
   } catch (const ProgramEnd& e) {
     EXPECT_EQ(e.title, "Special case!");
@@ -101,7 +106,7 @@ TEST(CurtailedTailed, RootsBelowTheBracketEndTheRun) {
   // From age 5 on only a tiny tail is left.
   Cut tailed(2, {{"F", {1, 6}, {9, 8, 7, 0, 0.0002, 0}}, {"N", {-2}}});
   try {
-    tailed.E.Life05();
+    tailed.Run();
     FAIL() << "no halt";
   } catch (const ProgramEnd& e) {
     EXPECT_EQ(e.message, "NO. OF ITERATION= 500   STOP EXECUTION !");

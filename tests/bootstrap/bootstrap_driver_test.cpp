@@ -16,7 +16,7 @@ using boottest::BasicRunOf;
 using boottest::ListPrompts;
 using boottest::SmallCohort;
 
-std::unique_ptr<SessionStore> RunBootstrap(const test::TempDir& dir, int threads, std::uint64_t seed, int B,
+std::unique_ptr<Session> RunBootstrap(const test::TempDir& dir, int threads, std::uint64_t seed, int B,
                                            bool effectiveOnly = true) {
   ListPrompts P;
   auto S = BasicRunOf(dir.file("cohort.txt"), 3, SmallCohort(), P);

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "bootstrap/bootstrap_driver.h"
+#include "commands/bootstrap_driver.h"
 #include "bootstrap/bootstrap_fixture.h"
-#include "engine/basic_run_driver.h"
+#include "commands/basic_run_driver.h"
 #include "support/test_support.h"
 
 namespace korvan::boottest {
@@ -27,8 +27,8 @@ inline std::vector<PoolIndividual> SmallCohort() {
 }
 
 // A store after the Fast Basic Run of a data file.
-inline std::unique_ptr<SessionStore> BasicRunOf(const std::string& path, PromptService& P) {
-  auto S = std::make_unique<SessionStore>();
+inline std::unique_ptr<Session> BasicRunOf(const std::string& path, PromptService& P) {
+  auto S = std::make_unique<Session>();
   S->StartUp();
   S->identity.DataFilePath = path;
   S->identity.DataFileBase = path.substr(0, path.size() - 4);
@@ -41,7 +41,7 @@ inline std::unique_ptr<SessionStore> BasicRunOf(const std::string& path, PromptS
 }
 
 // The same of a data file of these individuals (stages "S1".."S<m-1>").
-inline std::unique_ptr<SessionStore> BasicRunOf(const std::string& path, int m, const std::vector<PoolIndividual>& pool,
+inline std::unique_ptr<Session> BasicRunOf(const std::string& path, int m, const std::vector<PoolIndividual>& pool,
                                                  PromptService& P) {
   test::WriteFile(path, DataFileText(m, pool));
   return BasicRunOf(path, P);

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "store/session_store.h"
+#include "run/run_context.h"
 
 namespace korvan {
 namespace {
@@ -8,7 +8,7 @@ namespace {
 // The per-sample lists start at zero, hold what is written at any sample index up to 100003,
 // and refuse an index beyond their bounds with the array's name.
 TEST(BootstrapStore, ListsAreZeroCheckedAndIndependent) {
-  auto S = std::make_unique<SessionStore>();
+  auto S = std::make_unique<Session>();
   BootstrapRecord& b = S->boot;
   EXPECT_EQ(b.BootR(0), 0.0);
   EXPECT_EQ(b.BootR(100003), 0.0);

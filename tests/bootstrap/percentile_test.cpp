@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "bootstrap/bootstrap_fixture.h"
+#include "commands/spec_boot_sample.h"
 #include "input/data_file_reader.h"
 #include "support/test_support.h"
 
@@ -15,7 +16,7 @@ namespace {
 
 using boottest::ListPrompts;
 
-std::unique_ptr<SessionStore> HandStore(const test::TempDir& dir, long B, int n) {
+std::unique_ptr<Session> HandStore(const test::TempDir& dir, long B, int n) {
   const std::vector<boottest::PoolIndividual> pool = {
       {"F", {3, 4}, {0, 5, 2, 0}}, {"M", {2, 5}, {}}, {"M", {3, 2}, {}}, {"N", {-2}, {}}};
   auto S = boottest::MakePoolStore(2, pool, n);
@@ -117,7 +118,7 @@ TEST(Percentiles, LambdaSamplesLifeTablesAndRecords) {
   ASSERT_TRUE(std::filesystem::exists(table));
   EXPECT_EQ(test::Lines(table)[0], "\"Project: Test. 0.025 lambda\"");
   EXPECT_EQ(test::Lines(table)[2], "\"0.025 lambda-Control\"");
-  auto T = std::make_unique<SessionStore>();
+  auto T = std::make_unique<Session>();
   T->StartUp();
   T->identity.DataFilePath = table;
   T->header.RegularLifeTable = "Yes";
@@ -138,7 +139,7 @@ TEST(Percentiles, LambdaSamplesLifeTablesAndRecords) {
   P.Answer("Write life table data for specific bootstrap sample?", "Yes");
   P.Answer("Open specific bootstrap sample and prepare its life table", record);
   P.Answer("", "OK");
-  BootPercentiles(*S, P).WriteLifeTableForSpecificSample();
+  SpecBootSampleCommand(*S, P).cmdWriteSpeLifeTable_Click();
   const auto made = test::Lines(dir.file("t_0_data of spec bootsample_40.txt"));
   const auto kd = test::Lines(table);
   ASSERT_EQ(made.size(), kd.size());
@@ -151,7 +152,7 @@ TEST(Percentiles, LambdaSamplesLifeTablesAndRecords) {
   P.Answer("Write life table data for specific bootstrap sample?", "Yes");
   P.Answer("Open specific bootstrap sample and prepare its life table", record);
   P.Answer("Open specific bootstrap sample and prepare its life table", "OK");
-  BootPercentiles(*S, P).WriteLifeTableForSpecificSample();
+  SpecBootSampleCommand(*S, P).cmdWriteSpeLifeTable_Click();
   EXPECT_NE(P.met.back().text.find("Individual 9 of this sample is not in the cohort of 4 individuals."),
             std::string::npos);
 }

@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "bootstrap/bootstrap_driver.h"
+#include "commands/bootstrap_driver.h"
 #include "bootstrap/bootstrap_fixture.h"
 #include "bootstrap/resampling.h"
 #include "store/faults.h"

@@ -15,7 +15,7 @@ namespace {
 using boottest::ListPrompts;
 
 // Three effective samples of a cohort of females and N-type only (no male).
-std::unique_ptr<SessionStore> ThreeSamples(const test::TempDir& dir) {
+std::unique_ptr<Session> ThreeSamples(const test::TempDir& dir) {
   const std::vector<boottest::PoolIndividual> pool = {{"F", {3, 4}, {0, 5, 2, 0}}, {"N", {-2}, {}}};
   auto S = boottest::MakePoolStore(2, pool, 2);
   S->identity.DataFileBase = dir.file("t");

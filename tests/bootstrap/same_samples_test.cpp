@@ -2,6 +2,7 @@
 
 #include "bootstrap/bootstrap_run_fixture.h"
 #include "bootstrap/resampling.h"
+#include "bootstrap/sample_records.h"
 #include "store/faults.h"
 
 namespace korvan {
@@ -47,7 +48,7 @@ TEST(SameSamples, ConditionsOfTheRecord) {
     P.Answer("Open bootstrap record file (In general, it is file no. 11).", path);
     if (!oldAnswer.empty())
       P.Answer("Is the file no. 11 or 11A (bootstrap samples) from an old version KORVAN?", oldAnswer);
-    BootstrapDriver(*S, P).ReadSameBootstrapData();
+    SampleRecords(*S, P).ReadSameBootstrapData();
     boottest::ListGenerator unused({});
     for (long b = 1; b <= S->boot.BootB; ++b) {
       S->ws.run.Boot = b;

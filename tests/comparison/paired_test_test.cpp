@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "bootstrap/bootstrap_run_fixture.h"
+#include "commands/paired_test_commands.h"
 #include "comparison/paired_test.h"
 #include "support/fake_prompts.h"
 #include "support/test_support.h"
@@ -45,7 +46,7 @@ std::vector<double> Values(int B, double centre, double spread, unsigned seed) {
 
 // Runs command C in fast mode over the given files from inside dir; returns the report text.
 struct CommandRun {
-  SessionStore S;
+  Session S;
   FakePrompts prompts;
   std::string report;
   void Command(const TempDir& dir, const std::vector<std::string>& files) {
@@ -56,7 +57,7 @@ struct CommandRun {
     for (std::size_t i = 0; i < files.size(); ++i) prompts.Answer("Input treatment " + std::to_string(i + 1), files[i]);
     const auto here = std::filesystem::current_path();
     std::filesystem::current_path(dir.path());
-    PairedBootTest(S, prompts).cmdPairedBootTest_Click();
+    PairedTestCommands(S, prompts).cmdPairedBootTest_Click();
     std::filesystem::current_path(here);
     report = ReadFile(dir.file(S.comparison.ReportName));
   }
@@ -145,7 +146,7 @@ TEST(PairedBootTest, EqualMeansShortListsAndRoundedB) {
 // The block of one pair written from a store filled by hand.
 std::string PairBlock(double pairLower, double pctLower, double p) {
   TempDir dir;
-  SessionStore S;
+  Session S;
   FakePrompts prompts;
   auto& c = S.comparison;
   S.identity.DataFileBase = dir.file("edge");
@@ -203,13 +204,13 @@ TEST(PairedBootTest, PooledFileOrdersByMeanAndNamesItsReport) {
                   "\"Low\",20,1\n1\n2\n0\n-1\n"
                   "\"Mid\",20,5\n5\n6\n4\n-1\n"
                   "\"Top\",20,9\n9\n10\n8\n11\n-1\n");
-  SessionStore S;
+  Session S;
   FakePrompts prompts;
   prompts.Answer("Do you need flow record?", "No")
       .Answer("Detailed differences", "No")
       .Answer("Open pooled file of treatments for paired bootstrap test", dir.file("pool.txt"))
       .Answer("Task completed", "OK");
-  PairedBootTest(S, prompts).cmdPBTPooled_Click();
+  PairedTestCommands(S, prompts).cmdPBTPooled_Click();
   const auto& c = S.comparison;
   EXPECT_EQ(c.TreatmentTitle(1), "Top");
   EXPECT_EQ(c.TreatmentTitle(3), "Low");

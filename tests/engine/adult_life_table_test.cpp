@@ -11,7 +11,7 @@ namespace korvan {
 namespace {
 
 struct AdultRun {
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   StageStatsEngine e{S, P};
   test::TempDir dir;
@@ -82,7 +82,7 @@ TEST(AdultAgeLifeTable, AgesInHalfDaysRoundHalfToEven) {
 TEST(AdultAgeLifeTable, NoFilesWhenNoFemaleLaidEggsOrUnderNooutput) {
   AdultRun run(1, {{"F", {2, 2, 3}, {0, 0}}, {"M", {2, 2, 3}, {}}});
   {
-    SessionStore S;
+    Session S;
     test::OrderedPrompts P;
     test::TempDir dir;
     test::LoadHandCohort(S, test::HandCohort());

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "engine/basic_run_driver.h"
+#include "commands/basic_run_driver.h"
 #include "support/cohort.h"
 #include "support/fake_prompts.h"
 #include "support/test_support.h"
@@ -14,11 +14,11 @@ namespace {
 
 
 // The bundled example copied into a fresh folder, as "A1. Read data" leaves the store.
-struct Session {
+struct Bench {
   test::TempDir dir;
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
-  Session() {
+  Bench() {
     const std::string data = dir.file("mite.txt");
     std::filesystem::copy_file(std::string(KORVAN_EXAMPLES) + "/mite.txt", data);
     S.StartUp();
@@ -33,7 +33,7 @@ struct Session {
 };
 
 TEST(BasicRun, FastRunAsksNothingAndWritesTheMainOutputAndFigureFiles) {
-  Session s;
+  Bench s;
   s.S.options.FastRun = "Yes";
   s.Run();
   EXPECT_TRUE(s.P.titles.empty()) << s.P.titles.front();
@@ -64,7 +64,7 @@ TEST(BasicRun, FastRunAsksNothingAndWritesTheMainOutputAndFigureFiles) {
 }
 
 TEST(BasicRun, DialoguesInTheirOrderAndTheSettingsTheyMake) {
-  Session s;
+  Bench s;
   s.P.answers = {"3",       // critical female adult age
                  "No",      // matrix
                  "0.5",     // fecundity coefficient
@@ -124,7 +124,7 @@ TEST(BasicRun, DialoguesInTheirOrderAndTheSettingsTheyMake) {
 TEST(BasicRun, MinimalOutputThreeDimensionsAndNoFecundity) {
   // Minimal output: the critical age and the method aren't asked, ModifyFxj still is.
   {
-    Session s;
+    Bench s;
     s.S.options.MinimalOutput = "Yes";
     s.S.options.OutputLevel = "Nooutput";
     s.P.answers = {"0", "1", "No", "", "", "Yes"};  // coefficient 0: nobody reproduces
@@ -141,7 +141,7 @@ TEST(BasicRun, MinimalOutputThreeDimensionsAndNoFecundity) {
   }
   // 3D: neither the method question nor ModifyFxj; Analysis3D is "Yes", no bootstrap after.
   {
-    Session s;
+    Bench s;
     s.S.options.MatingMode = "3D";
     s.P.answers = {"OK", "Yes"};  // the FMN message, life table only
     s.Run();

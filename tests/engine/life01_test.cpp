@@ -13,7 +13,7 @@ namespace {
 using test::LoadCohort;
 
 TEST(StageStatistics, HandCohortInTheBasicRun) {
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   LoadCohort(S, 3, test::WalkCohort());
@@ -75,7 +75,7 @@ TEST(StageStatistics, HandCohortInTheBasicRun) {
 }
 
 TEST(StageStatistics, TimeUnitRuleAndValuesKeptWhereNothingIsComputed) {
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   LoadCohort(S, 3, test::WalkCohort());
@@ -119,7 +119,7 @@ TEST(StageStatistics, TimeUnitRuleAndValuesKeptWhereNothingIsComputed) {
 }
 
 TEST(StageStatistics, FecundityOfFemalesWithoutEggsAndOfAReplicate) {
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   // Two females, one without eggs: all females 2 (mean 3), reproductive 1 (mean 6).
@@ -149,7 +149,7 @@ TEST(StageStatistics, FecundityOfFemalesWithoutEggsAndOfAReplicate) {
 // pass in the session) it is the longest time to the end of the adult stage less 1, which
 // leaves out the days an individual lived in the stage of its death.
 TEST(StageStatistics, LastAgeBeforeAndAfterTheLongevityStatistics) {
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   LoadCohort(S, 2, {{"N", {3, -5}, {}}, {"F", {1, 1}, {}}});

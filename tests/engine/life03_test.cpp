@@ -16,7 +16,7 @@ namespace {
 using test::LoadCohort;
 
 struct Engine {
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   LifeTableEngine E{S, P};
 };
@@ -194,7 +194,7 @@ TEST(Walk, SurvivalRebuiltFromGrowthAndDevelopmentEqualsCountsOverN) {
     }
     members.push_back(mb);
   }
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   LoadCohort(S, m, members);

@@ -14,7 +14,7 @@ namespace {
 using test::LoadCohort;
 
 struct EngineRun {
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   LifeTableEngine E{S, P};
   explicit EngineRun(const std::vector<test::Individual>& cohort, int m = 3, double tu = 1) {
@@ -112,7 +112,7 @@ TEST(Survival, TwoStagesOfFemalesAndTheMedianInFractionalTimeUnits) {
 }
 
 TEST(Survival, ReplicatesFileTheirResultsUnderTheirNumberAndSumLx) {
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   LifeTableEngine E(S, P);
   S.settings.SpecificAge = 1;

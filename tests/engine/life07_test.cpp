@@ -12,7 +12,7 @@ namespace korvan {
 namespace {
 
 // A table of three ages: l(x) 1, 0.5, 0.25 and m(x) 0, 2, 4.
-void SmallTable(SessionStore& S, double tu) {
+void SmallTable(Session& S, double tu) {
   S.settings.TimeUnit = tu;
   S.identity.ProjectName = "P";
   S.identity.UserName = "U";
@@ -35,7 +35,7 @@ void SmallTable(SessionStore& S, double tu) {
 
 TEST(Life07, AgeSpecificFigureFileAndItsOutputLevel) {
   for (double tu : {1.0, 0.5}) {
-    SessionStore S;
+    Session S;
     test::OrderedPrompts P;
     test::TempDir dir;
     SmallTable(S, tu);
@@ -49,7 +49,7 @@ TEST(Life07, AgeSpecificFigureFileAndItsOutputLevel) {
               "two-sex life table\"\nAge,l(x),m(x),l(x)m(x)\n" +
                   expected);
   }
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   test::TempDir dir;
   SmallTable(S, 1);
@@ -68,7 +68,7 @@ namespace {
 
 // A run that began an hour "later" on the clock went past midnight: 23 hours.
 TEST(Life08, ElapsedTimePastMidnight) {
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   const std::time_t now = std::time(nullptr);
   std::tm tm{};

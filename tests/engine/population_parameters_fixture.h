@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "store/session_store.h"
+#include "run/run_context.h"
 
 namespace korvan::test {
 
@@ -19,7 +19,7 @@ struct Life {
 
 // Fills the header and the age-stage tables n, g, d, f, s, l(x), LastAge and the stages'
 // age ranges for a cohort with m stages (m = the adult stage).
-inline void LoadTables(SessionStore& S, int m, const std::vector<Life>& cohort, double timeUnit = 1) {
+inline void LoadTables(Session& S, int m, const std::vector<Life>& cohort, double timeUnit = 1) {
   S.settings.TimeUnit = timeUnit;
   auto& h = S.header;
   h.StageCount = m;

@@ -28,7 +28,7 @@ bool HasLine(const std::vector<std::string>& lines, const std::string& line) {
 
 struct Output {
   test::TempDir dir;
-  std::unique_ptr<SessionStore> S = std::make_unique<SessionStore>();
+  std::unique_ptr<Session> S = std::make_unique<Session>();
   test::FakePrompts P;
   ParameterEngine E{*S, P};
   Output(int m, const std::vector<Life>& cohort, double tu) {

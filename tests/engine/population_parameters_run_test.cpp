@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "engine/basic_run_driver.h"
+#include "commands/basic_run_driver.h"
 #include "engine/population_parameters_fixture.h"
 #include "support/fake_prompts.h"
 #include "support/test_support.h"
@@ -16,7 +16,7 @@ namespace {
 
 struct ExampleRun {
   test::TempDir dir;
-  std::unique_ptr<SessionStore> S = std::make_unique<SessionStore>();
+  std::unique_ptr<Session> S = std::make_unique<Session>();
   test::FakePrompts P;
   ExampleRun() {
     const std::string data = dir.file("mite.txt");

@@ -16,13 +16,13 @@ using test::FakePrompts;
 using test::Life;
 
 // One session with a cohort loaded, and the engine on its workspace.
-struct Session {
+struct Bench {
   test::TempDir dir;  // files of the exits land here
-  std::unique_ptr<SessionStore> S = std::make_unique<SessionStore>();
+  std::unique_ptr<Session> S = std::make_unique<Session>();
   FakePrompts P;
   ParameterEngine E{*S, P};
 
-  Session(int m, const std::vector<Life>& cohort, double timeUnit, const char* method = "Calculus") {
+  Bench(int m, const std::vector<Life>& cohort, double timeUnit, const char* method = "Calculus") {
     S->options.AnalysisMethod = method;
     S->options.EffectOfFxjFlag = "No";
     S->identity.DataFileBase = dir.file("cohort");
@@ -45,7 +45,7 @@ TEST(PopulationParameters, CalculusMatrixAndProjectionMatrixAgreeOnEveryShapeAnd
   for (const Shape& shape : shapes) {
     for (double tu : {1.0, 0.5, 0.3}) {
       SCOPED_TRACE(std::string(shape.name) + " time unit " + std::to_string(tu));
-      Session calc(shape.m, shape.cohort, tu);
+      Bench calc(shape.m, shape.cohort, tu);
       calc.E.Life05();
       const double r = calc.S->params.R_Basic;
       // The Euler-Lotka sum at r is 1 within the precision of the bisection.
@@ -59,7 +59,7 @@ TEST(PopulationParameters, CalculusMatrixAndProjectionMatrixAgreeOnEveryShapeAnd
       EXPECT_NEAR(calc.S->params.T_Basic, std::log(calc.S->params.R0_Basic) / r, 1e-9);
       EXPECT_NEAR(calc.S->params.DoublingTime, std::log(2.0) / r, 1e-9);
 
-      Session mat(shape.m, shape.cohort, tu, "Matrix");
+      Bench mat(shape.m, shape.cohort, tu, "Matrix");
       mat.E.Life05();
       EXPECT_NEAR(mat.S->params.R_Basic, r, 2e-5);
       EXPECT_NEAR(mat.S->params.Lambda_Basic, std::exp(r), 2e-5);
@@ -73,7 +73,7 @@ TEST(PopulationParameters, CalculusMatrixAndProjectionMatrixAgreeOnEveryShapeAnd
 
 TEST(PopulationParameters, NetReproductiveRateGrossRateAndMxByHand) {
   // Two individuals: a female (1 day egg, 3 adult days laying 4, 2, 0) and one dying at age 0.
-  Session s(2, {{"F", {1, 3}, {4, 2, 0}}, {"N", {-1}}}, 1);
+  Bench s(2, {{"F", {1, 3}, {4, 2, 0}}, {"N", {-1}}}, 1);
   s.E.Life05();
   // l = 1, 0.5, 0.5, 0.5; s(x,2) f(x,2) = 2, 1, 0 at ages 1 to 3, so m = 0, 4, 2, 0.
   EXPECT_EQ(s.p().Mx(1), 4);
@@ -94,7 +94,7 @@ TEST(PopulationParameters, NetReproductiveRateGrossRateAndMxByHand) {
 TEST(PopulationParameters, ReproductiveValueAndStableAgeStageDistribution) {
   for (const char* convention : {"x+1", "x"}) {
     SCOPED_TRACE(convention);
-    Session s(4, test::TwoSexCohort(), 1);
+    Bench s(4, test::TwoSexCohort(), 1);
     s.S->options.AgeConvention = convention;
     s.E.Life05();
     s.E.Life05a();
@@ -139,7 +139,7 @@ TEST(PopulationParameters, ReproductiveValueAndStableAgeStageDistribution) {
 
 TEST(PopulationParameters, FemaleFiguresAndTheYoungestOfEqualPeaks) {
   // One female whose value is the same on two days: the younger day is the peak.
-  Session s(2, {{"F", {2, 4}, {0, 3, 0, 3}}, {"M", {2, 4}}}, 0.3);
+  Bench s(2, {{"F", {2, 4}, {0, 3, 0, 3}}, {"M", {2, 4}}}, 0.3);
   s.E.Life05();
   const auto& p = s.p();
   // Female days are ages 2..5; v(5) = f(5) = 3 and v(3) = f(3) + later terms > 3.
@@ -150,7 +150,7 @@ TEST(PopulationParameters, FemaleFiguresAndTheYoungestOfEqualPeaks) {
 }
 
 TEST(PopulationParameters, NetReproductiveRateZeroKeepsTheLastGoodRun) {
-  Session s(4, test::TwoSexCohort(), 1);
+  Bench s(4, test::TwoSexCohort(), 1);
   s.E.Life05();
   const double r = s.S->params.R_Basic, lambda = s.S->params.Lambda_Basic, T = s.S->params.T_Basic;
   std::vector<Life> barren = test::TwoSexCohort();
@@ -183,7 +183,7 @@ TEST(PopulationParameters, NetReproductiveRateZeroKeepsTheLastGoodRun) {
 TEST(PopulationParameters, NetReproductiveRateOfExactlyOne) {
   // Two newborns; the female lays 2 eggs: R0 is exactly 1.
   const std::vector<Life> cohort = {{"F", {1, 2}, {2, 0}}, {"N", {-1}}};
-  Session s(2, cohort, 1);
+  Bench s(2, cohort, 1);
   s.S->params.R_Basic = 0.25;  // a value of an earlier run
   s.P.Answer("Net reproductive rate = 1!", "OK");
   s.E.Life05();
@@ -202,11 +202,11 @@ TEST(PopulationParameters, NetReproductiveRateOfExactlyOne) {
   EXPECT_EQ(s.S->params.R_Basic, 0.25);  // untouched
 
   // Neither the Matrix method nor a replicate knows that exit: lambda comes out near 1.
-  Session mat(2, cohort, 1, "Matrix");
+  Bench mat(2, cohort, 1, "Matrix");
   mat.E.Life05();
   EXPECT_FALSE(mat.P.Met("Net reproductive rate = 1!"));
   EXPECT_NEAR(mat.S->params.Lambda_Basic, 1, 1e-6);
-  Session boot(2, cohort, 1);
+  Bench boot(2, cohort, 1);
   boot.S->ws.run.Boot = 2;
   boot.S->boot.ResampleKind = "b";
   boot.E.Life05();
@@ -219,12 +219,12 @@ TEST(PopulationParameters, BracketDependsOnLastAgeAndARootOutsideItHalts) {
   auto cohort = [&](int maleDays, double e) {
     return std::vector<Life>{{"F", {1, 2}, {e, 0}}, {"M", {1, maleDays}}};
   };
-  Session at500(2, cohort(500, eggs), 1);
+  Bench at500(2, cohort(500, eggs), 1);
   ASSERT_EQ(at500.S->ws.tables.LastAge, 500);
   at500.E.Life05();
   EXPECT_NEAR(at500.S->params.R_Basic, 1, 1e-6);
 
-  Session at501(2, cohort(501, eggs), 1);
+  Bench at501(2, cohort(501, eggs), 1);
   ASSERT_EQ(at501.S->ws.tables.LastAge, 501);
   try {
     at501.E.Life05();  // the bracket is -0.5..0.8
@@ -233,26 +233,26 @@ TEST(PopulationParameters, BracketDependsOnLastAgeAndARootOutsideItHalts) {
     EXPECT_EQ(e.message, "NO. OF ITERATION= 500   STOP EXECUTION!");
   }
   // r = 1.5 lies above 1.2.
-  Session steep(2, cohort(20, 2 * std::exp(3.0)), 1);
+  Bench steep(2, cohort(20, 2 * std::exp(3.0)), 1);
   EXPECT_THROW(steep.E.Life05(), ProgramEnd);
 }
 
 TEST(PopulationParameters, MatrixMethodTimeUnitsAndItsHalts) {
   const auto cohort = test::ParthenogeneticCohort();
-  Session two(2, cohort, 2, "Matrix");
+  Bench two(2, cohort, 2, "Matrix");
   two.E.Life05();
   const double perStep = test::ProjectionLambda(*two.S);
   EXPECT_NEAR(two.S->params.R_Basic, std::log(perStep) / 2, 1e-6);
   EXPECT_NEAR(two.p().StepFiniteRate, std::sqrt(perStep), 1e-6);
 
   // A time unit outside the table halts the Matrix method; Calculus takes it as a factor.
-  Session odd(2, cohort, 0.33, "Matrix");
+  Bench odd(2, cohort, 0.33, "Matrix");
   EXPECT_THROW(odd.E.Life05(), ProgramEnd);
-  Session oddCalc(2, cohort, 0.33);
+  Bench oddCalc(2, cohort, 0.33);
   oddCalc.E.Life05();
   EXPECT_NEAR(test::EulerLotkaSum(*oddCalc.S, oddCalc.S->params.R_Basic, 0.33), 1, 1e-7);
   // A root beyond the bracket 0.2..3.0 of lambda halts without a text.
-  Session steep(2, {{"F", {1, 2}, {40, 0}}, {"M", {1, 3}}}, 1, "Matrix");
+  Bench steep(2, {{"F", {1, 2}, {40, 0}}, {"M", {1, 3}}}, 1, "Matrix");
   try {
     steep.E.Life05();
     FAIL() << "no halt";
@@ -264,7 +264,7 @@ TEST(PopulationParameters, MatrixMethodTimeUnitsAndItsHalts) {
 TEST(PopulationParameters, ReplicateFilesItsResultsUnderItsNumber) {
   for (double tu : {1.0, 0.5}) {
     SCOPED_TRACE(tu);
-    Session s(4, test::TwoSexCohort(), tu);
+    Bench s(4, test::TwoSexCohort(), tu);
     s.E.Life05();
     const double rBasic = s.S->params.R_Basic;
     const double birthBasic = s.S->params.BirthRateStep;
@@ -306,7 +306,7 @@ TEST(PopulationParameters, ReplicateFilesItsResultsUnderItsNumber) {
 }
 
 TEST(PopulationParameters, CountersAndMxExtremesOverReplicates) {
-  Session s(2, test::ParthenogeneticCohort(), 1);
+  Bench s(2, test::ParthenogeneticCohort(), 1);
   s.S->boot.ResampleKind = "b";
   s.S->ws.run.IsResamplingFlag = "y";
   s.S->ws.run.IsBasicRunFlag = "n";
@@ -327,7 +327,7 @@ TEST(PopulationParameters, CountersAndMxExtremesOverReplicates) {
 }
 
 TEST(PopulationParameters, JackknifePassFilesPseudoValues) {
-  Session s(4, test::TwoSexCohort(), 1);
+  Bench s(4, test::TwoSexCohort(), 1);
   s.E.Life05();
   const double rBasic = s.S->params.R_Basic, tBasic = s.S->params.T_Basic;
   auto cohort = test::TwoSexCohort();

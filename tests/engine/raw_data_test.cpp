@@ -13,7 +13,7 @@ namespace {
 
 // n(x,j) laid out by hand from the durations: each individual spends its days in its stages in
 // turn, a male's adult days going to the row after the female's.
-void FillNxj(SessionStore& S) {
+void FillNxj(Session& S) {
   auto& c = S.ws.cohort;
   const int m = S.header.StageCount;
   for (long i = 1; i <= c.CohortSize; ++i) {
@@ -29,7 +29,7 @@ void FillNxj(SessionStore& S) {
 }
 
 struct RawRun {
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   StageStatsEngine e{S, P};
   test::TempDir dir;

@@ -13,7 +13,7 @@ namespace korvan {
 namespace {
 
 // Runs the statistics and their tables in the order of a Basic Run and returns the report.
-std::string Report(SessionStore& S, const test::TempDir& dir) {
+std::string Report(Session& S, const test::TempDir& dir) {
   test::OrderedPrompts P;
   StageStatsEngine e(S, P);
   S.identity.DataFileBase = dir.file("cohort");
@@ -42,7 +42,7 @@ bool HasLine(const std::string& text, const std::string& line) {
 
 // The tables' order in a whole run: stats_basic_run_files_test.cpp.
 TEST(StageStatisticsReport, TablesFollowEachOtherNumberedWithPageMarks) {
-  SessionStore S;
+  Session S;
   test::TempDir dir;
   test::LoadHandCohort(S);
   const std::string r = Report(S, dir);
@@ -55,7 +55,7 @@ TEST(StageStatisticsReport, TablesFollowEachOtherNumberedWithPageMarks) {
 }
 
 TEST(StageStatisticsReport, DurationsTableMarksDeathsAndClosesWithStatistics) {
-  SessionStore S;
+  Session S;
   test::TempDir dir;
   test::LoadHandCohort(S);
   const std::string r = Report(S, dir);
@@ -75,7 +75,7 @@ TEST(StageStatisticsReport, DurationsTableMarksDeathsAndClosesWithStatistics) {
 // The minimum rule shows in the table: female 2 has APOP 0, yet the minimum is 1.
 TEST(StageStatisticsReport, ApopTableInWholeAndHalfTimeUnits) {
   {
-    SessionStore S;
+    Session S;
     test::TempDir dir;
     test::LoadHandCohort(S);
     const std::string r = Report(S, dir);
@@ -85,7 +85,7 @@ TEST(StageStatisticsReport, ApopTableInWholeAndHalfTimeUnits) {
     EXPECT_TRUE(HasLine(r, "S.E.             0.3333    0.3333 "));
   }
   {
-    SessionStore S;
+    Session S;
     test::TempDir dir;
     test::LoadHandCohort(S, test::HandCohort(), 0.5);
     const std::string r = Report(S, dir);
@@ -97,7 +97,7 @@ TEST(StageStatisticsReport, ApopTableInWholeAndHalfTimeUnits) {
     EXPECT_TRUE(HasLine(r, "Mean           1.1667    1.4       2         2.6       2             3.6429 "));
   }
   {
-    SessionStore S;
+    Session S;
     test::TempDir dir;
     test::LoadHandCohort(S, {{"M", {2, 2, 3}, {}}, {"N", {2, -1}, {}}});
     const std::string r = Report(S, dir);
@@ -108,7 +108,7 @@ TEST(StageStatisticsReport, ApopTableInWholeAndHalfTimeUnits) {
 // The closing table on the hand cohort (numbers checked in stage_statistics_test.cpp), and the
 // dashes where a count gives no mean or no spread.
 TEST(StageStatisticsReport, BasicStatisticsTable) {
-  SessionStore S;
+  Session S;
   test::TempDir dir;
   test::LoadHandCohort(S);
   Report(S, dir);
@@ -150,7 +150,7 @@ TEST(StageStatisticsReport, BasicStatisticsTable) {
        })
     EXPECT_TRUE(HasLine(r, line)) << line;
   // Without females there are no fecundity, APOP, TPOP or oviposition rows.
-  SessionStore S2;
+  Session S2;
   test::LoadHandCohort(S2, {{"M", {2, 2, 3}, {}}, {"N", {2, -1}, {}}});
   Report(S2, dir);
   S2.channels.MainOutput.Open(dir.file("life06b.txt"));

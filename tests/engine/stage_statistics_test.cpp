@@ -13,7 +13,7 @@ namespace {
 
 struct Fixture {
   test::TempDir dir;
-  SessionStore S;
+  Session S;
   test::OrderedPrompts P;
   StageStatsEngine e{S, P};
   explicit Fixture(double timeUnit, const std::vector<test::Individual>& cohort = test::HandCohort()) {

@@ -6,7 +6,7 @@
 #include <set>
 #include <string>
 
-#include "engine/basic_run_driver.h"
+#include "commands/basic_run_driver.h"
 #include "support/fake_prompts.h"
 #include "support/test_support.h"
 
@@ -17,7 +17,7 @@ namespace {
 // in its folder less the data file's base.
 std::set<std::string> FilesOfRun(const std::string& outputLevel, std::string* mainOutput = nullptr) {
   test::TempDir dir;
-  SessionStore S;
+  Session S;
   test::FakePrompts P;
   const std::string data = dir.file("hand.txt");
   std::filesystem::copy_file(test::DataPath("stats_hand.txt"), data);

@@ -37,7 +37,7 @@ std::string Head(int n, int m) {
 }
 
 struct Checked {
-  std::unique_ptr<SessionStore> S = std::make_unique<SessionStore>();
+  std::unique_ptr<Session> S = std::make_unique<Session>();
   FakePrompts P;
   std::optional<ProgramEnd> end;
 };
@@ -334,7 +334,7 @@ TEST(CheckDataFile, BoundsOfTheStore) {
   for (int i = 1; i <= 391; ++i) text += std::to_string(i) + ",M,1,1\n";
   test::TempDir dir;
   test::WriteFile(dir.file("big.txt"), text);
-  auto S = std::make_unique<SessionStore>();
+  auto S = std::make_unique<Session>();
   S->identity.DataFilePath = dir.file("big.txt");
   FakePrompts P;
   P.Answer("Rearing cost for each stage?", "Yes");

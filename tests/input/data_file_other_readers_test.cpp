@@ -4,7 +4,7 @@
 #include <string>
 
 #include "input/data_file_reader.h"
-#include "store/session_store.h"
+#include "run/run_context.h"
 #include "support/fake_prompts.h"
 #include "support/test_support.h"
 
@@ -20,7 +20,7 @@ const char* kAdultHead = "\"Project: Aphid adults\"\n\"Lab\"\n\"Cotton 25 C\"\n3
 TEST(AdultLifeTable, ReadsAdultsWithPaddedFecundityAndKeepsItsOwnHead) {
   TempDir dir;
   WriteFile(dir.file("adult.txt"), std::string(kAdultHead) + " 1 ,F, 5\n 0, 3,-1\n 2 ,M, 7\n 3 ,F, 2\n 4, 6,-1\n");
-  SessionStore S;
+  Session S;
   FakePrompts P;
   S.identity.ProjectName = "Main cohort";
   S.identity.TreatmentName = "Main treatment";
@@ -46,7 +46,7 @@ TEST(AdultLifeTable, ReadsAdultsWithPaddedFecundityAndKeepsItsOwnHead) {
 
 TEST(AdultLifeTable, StopsOnOtherSexesAndRecordsOutOfPlace) {
   TempDir dir;
-  SessionStore S;
+  Session S;
   FakePrompts P;
   WriteFile(dir.file("n.txt"), std::string(kAdultHead) + " 1 ,F, 1\n-1\n 2 ,N, 3\n 3 ,M, 1\n");
   P.Answer("Open adult life table", dir.file("n.txt"));
@@ -84,7 +84,7 @@ TEST(RawDataReader, PutsTreatmentsInDescendingOrderOfTheirMeans) {
                                           "Bean,40\n1,2,3,-1\n"
                                           "Cotton,35\n4,6,-1\n"
                                           "Maize,50\n3,3,4,4,-1\n"));
-  SessionStore S;
+  Session S;
   FakePrompts P;
   S.identity.DataFilePath = dir.file("t.txt");
   DataFileReader(S, P).InputRawData();
@@ -132,7 +132,7 @@ TEST(RawDataReader, PutsTreatmentsInDescendingOrderOfTheirMeans) {
 TEST(RawDataReader, FewerThanThreeTreatmentsOnlyTellSo) {
   TempDir dir;
   WriteFile(dir.file("two.txt"), Treatments(2, "A,1\n1,-1\nB,1\n2,-1\n"));
-  SessionStore S;
+  Session S;
   FakePrompts P;
   P.Answer("Treatments <3", "OK");
   S.identity.DataFilePath = dir.file("two.txt");

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "input/data_file_reader.h"
-#include "store/session_store.h"
+#include "run/run_context.h"
 #include "support/fake_prompts.h"
 #include "support/test_support.h"
 
@@ -15,8 +15,8 @@ using test::TempDir;
 using test::WriteFile;
 
 // The readers ask nothing: a dialogue throws, which fails the test.
-struct Session {
-  SessionStore S;
+struct Bench {
+  Session S;
   test::FakePrompts P;
   DataFileReader reader{S, P};
   Cohort& c = S.ws.cohort;
@@ -38,7 +38,7 @@ std::string TwoStageFile(const std::string& records, int n, const std::string& p
          records;
 }
 
-ProgramEnd ReadExpectingEnd(Session& s, const std::string& path) {
+ProgramEnd ReadExpectingEnd(Bench& s, const std::string& path) {
   try {
     s.Read(path);
   } catch (const ProgramEnd& e) {
@@ -49,7 +49,7 @@ ProgramEnd ReadExpectingEnd(Session& s, const std::string& path) {
 }
 
 TEST(DataFileReader, ReadsEveryFieldOfASmallCohort) {
-  Session s;
+  Bench s;
   s.S.settings.CriticalFemaleAge = 5;
   s.Read(DataPath("reader_small.txt"));
 
@@ -111,13 +111,13 @@ TEST(DataFileReader, CutsOnlyTheKnownProjectPrefixes) {
   };
   TempDir dir;
   for (const Case& k : cases) {
-    Session s;
+    Bench s;
     WriteFile(dir.file("p.txt"), TwoStageFile(" 1 ,M, 1, 1\n", 1, k.field));
     s.Read(dir.file("p.txt"));
     EXPECT_EQ(s.S.identity.ProjectName, k.name) << k.field;
   }
   // An unquoted head line with a comma is cut there, and its tail is the next field.
-  Session s;
+  Bench s;
   WriteFile(dir.file("p.txt"), "Project: Aphid, cotton\nUser\n1\n2,2\nF,Nymph,Female\nM,Nymph,Male\nNymph,Female\n"
                                " 1 ,M, 1, 1\n");
   s.Read(dir.file("p.txt"));
@@ -135,7 +135,7 @@ TEST(DataFileReader, PadsShortFecundityListsAndAppliesTheFactor) {
       " 4 ,F, 2, 1\n 4,-1\n";
   WriteFile(dir.file("f.txt"), TwoStageFile(records, 4));
 
-  Session s;
+  Bench s;
   s.Read(dir.file("f.txt"));
   double padded[] = {0, 0, 3, 0, 0, 0, -1};
   for (int x = 1; x <= 6; ++x) EXPECT_EQ(s.c.Fecundity(1, x), padded[x]) << "day " << x;
@@ -148,7 +148,7 @@ TEST(DataFileReader, PadsShortFecundityListsAndAppliesTheFactor) {
 
   // Every value but the closing -1 is multiplied as it is read; a value of exactly -1 always
   // closes the list.
-  Session half;
+  Bench half;
   half.S.settings.FecundityFactor = 0.5;
   half.Read(dir.file("f.txt"));
   EXPECT_EQ(half.c.Fecundity(1, 2), 1.5);
@@ -157,14 +157,14 @@ TEST(DataFileReader, PadsShortFecundityListsAndAppliesTheFactor) {
   EXPECT_EQ(half.c.Fecundity(2, 6), -1);
 
   // A stale day from an earlier cohort is overwritten by the padding.
-  Session again;
+  Bench again;
   again.c.Fecundity(1, 4) = 99;
   again.Read(dir.file("f.txt"));
   EXPECT_EQ(again.c.Fecundity(1, 4), 0);
 }
 
 TEST(DataFileReader, TurnsAMaleFirstFileRound) {
-  Session s;
+  Bench s;
   s.Read(DataPath("reader_male_first.txt"));
   EXPECT_EQ(s.h.TypeCode(1), "F");
   EXPECT_EQ(s.h.TypeCode(2), "M");
@@ -179,7 +179,7 @@ TEST(DataFileReader, TurnsAMaleFirstFileRound) {
   EXPECT_EQ(s.c.Fecundity(2, 3), -1);
 
   // The pool's reader turns the same names, keeping the codes as read in a list of its own.
-  Session b;
+  Bench b;
   b.ReadBoot(DataPath("reader_male_first.txt"));
   EXPECT_EQ(b.S.pool.OriginalTypeCode(1), "M");
   EXPECT_EQ(b.S.pool.OriginalTypeCode(2), "F");
@@ -191,7 +191,7 @@ TEST(DataFileReader, TurnsAMaleFirstFileRound) {
 TEST(DataFileReader, TwoStagesAlwaysEndTheSpanWithAdult) {
   TempDir dir;
   WriteFile(dir.file("two.txt"), TwoStageFile(" 1 ,F, 3, 2\n 4, 5,-1\n 2 ,N,-2\n", 2));
-  Session s;
+  Bench s;
   s.Read(dir.file("two.txt"));
   EXPECT_EQ(s.h.SpecialGroup(1), "Nymph");
   EXPECT_EQ(s.h.SpecialGroup(2), "Adult");  // the file says "Female"
@@ -204,7 +204,7 @@ TEST(DataFileReader, TwoStagesAlwaysEndTheSpanWithAdult) {
 
 TEST(DataFileReader, DataFaultsEndTheProgramWithTheirTexts) {
   TempDir dir;
-  Session s;
+  Bench s;
   // A record number out of place names it and the one before.
   WriteFile(dir.file("a.txt"), TwoStageFile(" 1 ,M, 1, 1\n 3 ,M, 1, 1\n", 2));
   ProgramEnd e = ReadExpectingEnd(s, dir.file("a.txt"));
@@ -229,7 +229,7 @@ TEST(DataFileReader, DataFaultsEndTheProgramWithTheirTexts) {
   EXPECT_EQ(e.title, "Error in data file");
 
   // ... which the time-unit command may allow.
-  Session allowed;
+  Bench allowed;
   allowed.S.options.AcceptNonIntegerRead = "Yes";
   allowed.Read(dir.file("d.txt"));
   EXPECT_EQ(allowed.c.StageDuration(2, 1), 2.5);
@@ -237,7 +237,7 @@ TEST(DataFileReader, DataFaultsEndTheProgramWithTheirTexts) {
   EXPECT_EQ(allowed.c.TotalLongevity(2), 3);
 
   // The pool's reader stops on the same faults without a message, and knows no integer test.
-  Session b;
+  Bench b;
   try {
     b.ReadBoot(dir.file("a.txt"));
     ADD_FAILURE() << "no stop";
@@ -273,7 +273,7 @@ TEST(DataFileReader, ARecordSpreadOverAThousandLinesReadsAsTheWritersLayout) {
   TempDir dir;
   WriteFile(dir.file("tidy.txt"), TwoStageFile(tidy, 60));
   WriteFile(dir.file("spread.txt"), TwoStageFile(spread, 60));
-  Session a, b;
+  Bench a, b;
   a.Read(dir.file("tidy.txt"));
   b.Read(dir.file("spread.txt"));
   for (int i = 1; i <= 60; ++i) {
@@ -287,7 +287,7 @@ TEST(DataFileReader, ARecordSpreadOverAThousandLinesReadsAsTheWritersLayout) {
   std::string oneLine;
   for (char ch : tidy) oneLine += ch == '\n' ? ',' : ch;
   WriteFile(dir.file("line.txt"), TwoStageFile(oneLine, 60));
-  Session c;
+  Bench c;
   c.Read(dir.file("line.txt"));
   EXPECT_EQ(c.c.Fecundity(60, 12), a.c.Fecundity(60, 12));
 }
@@ -297,10 +297,10 @@ TEST(DataFileReader, LimitsAreFaultsOfTheStoreNotDataMessages) {
   std::string records;
   for (int i = 1; i <= 391; ++i) records += " " + std::to_string(i) + " ,M, 1, 1\n";
   WriteFile(dir.file("391.txt"), TwoStageFile(records, 391));
-  Session s;
+  Bench s;
   EXPECT_THROW(s.Read(dir.file("391.txt")), SubscriptFault);
   EXPECT_EQ(s.c.IndividualSex(390), "M");  // all 390 before it were read
-  Session b;
+  Bench b;
   EXPECT_THROW(b.ReadBoot(dir.file("391.txt")), SubscriptFault);
 
   // 16-bit fields: a count beyond 32767 is an overflow, not a wrapped number.
@@ -324,14 +324,14 @@ TEST(DataFileReader, LimitsAreFaultsOfTheStoreNotDataMessages) {
   head += "S1,S2\n 1 ,M";
   for (int j = 1; j <= 13; ++j) head += ", 1";
   WriteFile(dir.file("13.txt"), head + "\n");
-  Session t;
+  Bench t;
   t.Read(dir.file("13.txt"));
   EXPECT_EQ(t.h.StageName(1, 14), "Male");
   EXPECT_EQ(t.c.TotalLongevity(1), 13);
 }
 
 TEST(DataFileReader, SexCountsGoOnFromWhatStands) {
-  Session s;
+  Bench s;
   s.Read(DataPath("reader_small.txt"));
   s.Read(DataPath("reader_small.txt"));
   EXPECT_EQ(s.h.TypeCounts(1), 4);
@@ -341,7 +341,7 @@ TEST(DataFileReader, SexCountsGoOnFromWhatStands) {
   // An unknown sex is counted nowhere and read on like a male.
   TempDir dir;
   WriteFile(dir.file("x.txt"), TwoStageFile(" 1 ,f, 1, 2\n 2 ,M, 1, 1\n", 2));
-  Session x;
+  Bench x;
   x.Read(dir.file("x.txt"));
   EXPECT_EQ(x.h.TypeCounts(1) + x.h.TypeCounts(2) + x.h.TypeCounts(3), 1);
   EXPECT_EQ(x.c.IndividualSex(1), "f");
@@ -349,7 +349,7 @@ TEST(DataFileReader, SexCountsGoOnFromWhatStands) {
 }
 
 TEST(DataFileReader, PoolTakesTheCohortWithTotalsAndLeavesTheCountsAlone) {
-  Session s;
+  Bench s;
   s.S.settings.FecundityFactor = 2;
   s.ReadBoot(DataPath("reader_small.txt"));
   EXPECT_EQ(s.S.pool.OriginalCohortSize, 5);
@@ -374,7 +374,7 @@ TEST(DataFileReader, ReadsRearingCostsOnlyWhenTheFileHasThem) {
   TempDir dir;
   WriteFile(dir.file("cost.txt"),
             "\"P\"\n\"U\"\n\"T\"\n1\n2,2\nF,Nymph,Female\nM,Nymph,Male\n1.5, 2.25, 3\nNymph,Female\n 1 ,M, 1, 1\n");
-  Session s;
+  Bench s;
   s.h.RegularLifeTable = "No";
   s.Read(dir.file("cost.txt"));
   EXPECT_EQ(s.h.StageRearingCost(1, 1), 1.5);
@@ -384,14 +384,14 @@ TEST(DataFileReader, ReadsRearingCostsOnlyWhenTheFileHasThem) {
   EXPECT_EQ(s.c.IndividualSex(1), "M");
   // Read as a regular life table, the costs are taken for the special stages and the
   // records slip out of place.
-  Session r;
+  Bench r;
   r.h.RegularLifeTable = "Yes";
   EXPECT_THROW(r.Read(dir.file("cost.txt")), ProgramEnd);
   EXPECT_EQ(r.h.SpecialGroup(1), "1.5");
 }
 
 TEST(DataFileReader, ReadsTheBundledMiteCohort) {
-  Session s;
+  Bench s;
   s.Read(std::string(KORVAN_EXAMPLES) + "/mite.txt");
   EXPECT_EQ(s.c.CohortSize, 100);
   EXPECT_EQ(s.h.StageCount, 5);
@@ -418,7 +418,7 @@ namespace {
 
 TEST(DataFileReader, EntersTheFlowRecordWhenItIsOn) {
   test::TempDir dir;
-  Session s;
+  Bench s;
   s.S.options.FlowMode = "Yes";
   s.S.channels.Flow.Open(dir.file("flow.txt"));
   s.Read(test::DataPath("reader_small.txt"));

@@ -5,7 +5,7 @@
 
 #include "input/data_file_reader.h"
 #include "input/data_file_writer.h"
-#include "store/session_store.h"
+#include "run/run_context.h"
 #include "support/test_support.h"
 
 namespace korvan {
@@ -37,8 +37,8 @@ class Answers : public PromptService {
   std::string ChooseFile(const std::string&) override { return ""; }
 };
 
-struct Session {
-  SessionStore S;
+struct Bench {
+  Session S;
   Answers P;
   DataFileReader reader{S, P};
   LifeTableWriter writer{S, P};
@@ -57,7 +57,7 @@ struct Session {
   }
 };
 
-void ExpectSameCohort(Session& a, Session& b) {
+void ExpectSameCohort(Bench& a, Bench& b) {
   const Cohort &x = a.S.ws.cohort, &y = b.S.ws.cohort;
   ASSERT_EQ(x.CohortSize, y.CohortSize);
   EXPECT_EQ(a.S.header.StageCount, b.S.header.StageCount);
@@ -78,7 +78,7 @@ void ExpectSameCohort(Session& a, Session& b) {
 
 TEST(DataFileWriter, WritesTheSystemsLayoutAndReadsItBack) {
   TempDir dir;
-  Session s;
+  Bench s;
   s.Read(DataPath("reader_small.txt"));
   const std::string path = s.WriteModified(dir.file("small"), "1");
   EXPECT_EQ(path, dir.file("small_0A2_life table-modified fxj-1.txt"));
@@ -99,7 +99,7 @@ TEST(DataFileWriter, WritesTheSystemsLayoutAndReadsItBack) {
             " 4 ,F, 4, 4, 6\n"
             " 0, 0, 0, 0, 0, 0,-1\n"
             " 5 ,N,-1\n");
-  Session back;
+  Bench back;
   back.Read(path);
   ExpectSameCohort(s, back);
   EXPECT_EQ(back.S.identity.ProjectName, "Aphid Ver. 5/7/2024 Ver. 5/7/2024");
@@ -107,7 +107,7 @@ TEST(DataFileWriter, WritesTheSystemsLayoutAndReadsItBack) {
 
 TEST(DataFileWriter, TheBundledExampleIsInTheWritersOwnLayout) {
   TempDir dir;
-  Session s;
+  Bench s;
   const std::string mite = std::string(KORVAN_EXAMPLES) + "/mite.txt";
   s.Read(mite);
   const std::string written = ReadFile(s.WriteModified(dir.file("mite"), "1"));
@@ -115,7 +115,7 @@ TEST(DataFileWriter, TheBundledExampleIsInTheWritersOwnLayout) {
   const std::size_t lineEnd = original.find('\n');
   // The same bytes but for the one more stamp of line 1.
   EXPECT_EQ(written, original.substr(0, lineEnd - 1) + " Ver. 5/7/2024\"" + original.substr(lineEnd));
-  Session back;
+  Bench back;
   back.Read(dir.file("mite_0A2_life table-modified fxj-1.txt"));
   ExpectSameCohort(s, back);
 }
@@ -130,7 +130,7 @@ TEST(DataFileWriter, CutsFecundityIntoLinesOfTwentyValues) {
             " 1 ,F, 1, 19\n" + days19 + "-1\n"
             " 2 ,F, 1, 20\n" + days20 + "-1\n"
             " 3 ,F, 1, 41\n-1\n");
-  Session s;
+  Bench s;
   s.Read(dir.file("long.txt"));
   const std::string text = ReadFile(s.WriteModified(dir.file("long"), "1"));
   std::string expect19, expect20;
@@ -148,7 +148,7 @@ TEST(DataFileWriter, CutsFecundityIntoLinesOfTwentyValues) {
 
 TEST(DataFileWriter, ModifiedFecundityAsksForTheCoefficient) {
   TempDir dir;
-  Session s;
+  Bench s;
   s.Read(DataPath("reader_small.txt"));
   const std::string path = s.WriteModified(dir.file("small"), "0.5");
   EXPECT_EQ(s.P.lastInputTitle, "Fecundity coefficeint");
@@ -161,7 +161,7 @@ TEST(DataFileWriter, ModifiedFecundityAsksForTheCoefficient) {
   EXPECT_EQ(s.S.ws.cohort.Fecundity(1, 3), 7);
 
   // Cancel writes nothing.
-  Session c;
+  Bench c;
   c.Read(DataPath("reader_small.txt"));
   c.S.identity.OutputFileName.clear();
   c.S.identity.DataFileBase = dir.file("cancel");
@@ -172,7 +172,7 @@ TEST(DataFileWriter, ModifiedFecundityAsksForTheCoefficient) {
 
 TEST(DataFileWriter, SampleWritersTakeTheDrawnIndividualsFromThePool) {
   TempDir dir;
-  Session s;
+  Bench s;
   s.S.identity.DataFilePath = DataPath("reader_small.txt");
   s.reader.InputdataBoot();
   // Sample 7 drew individuals 4, 4, 1 and 3.
@@ -209,7 +209,7 @@ TEST(DataFileWriter, SampleWritersTakeTheDrawnIndividualsFromThePool) {
             "2,3\nF,Egg,Nymph,Female\nM,Egg,Nymph,Male\n0.5,1,2.25,1.75\nEgg,Nymph\n" + records);
   EXPECT_EQ(s.P.messages, "Data file ready!|");
   // ... and it reads again as a cohort of its own.
-  Session back;
+  Bench back;
   back.S.header.RegularLifeTable = "No";
   back.Read(s.S.identity.OutputFileName);
   EXPECT_EQ(back.S.header.StageRearingCost(2, 3), 1.75);

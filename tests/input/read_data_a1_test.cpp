@@ -1,6 +1,6 @@
 // "A1. Read data": the row of dialogues, the Fast Run's settings, the flow record, the
 // contribution file, the console's enabling, and the count of samples that can't mate.
-#include "input/read_data_a1.h"
+#include "commands/read_data_a1.h"
 
 #include <gtest/gtest.h>
 
@@ -32,14 +32,14 @@ const char* kRearing = "Rearing cost for each stage?";
 const char* kKind = "General analysis or 3D analysis?";
 
 // A session with the good test file copied into a fresh folder, so that flow files land there.
-struct Session {
+struct Bench {
   test::TempDir dir;
-  std::unique_ptr<SessionStore> S = std::make_unique<SessionStore>();
+  std::unique_ptr<Session> S = std::make_unique<Session>();
   FakePrompts P;
   std::string data;
   std::optional<ProgramEnd> end;
 
-  Session() {
+  Bench() {
     data = dir.file("good.txt");
     test::WriteFile(data, test::ReadFile(test::DataPath("check_good.txt")));
     S->StartUp();
@@ -61,8 +61,8 @@ struct Session {
 
 TEST(ReadDataA1, FastRunSetsItsTableAndAsksNothingElse) {
   for (const char* answer : {"Yes", "No"}) {
-    Session s;
-    SessionStore& S = *s.S;
+    Bench s;
+    Session& S = *s.S;
     // Values an earlier run could have left, all of which a Fast Run resets.
     S.settings.FecundityFactor = 0.5;
     S.settings.TimeUnit = 0.25;
@@ -112,7 +112,7 @@ TEST(ReadDataA1, FastRunSetsItsTableAndAsksNothingElse) {
 }
 
 TEST(ReadDataA1, DialogueTexts) {
-  Session s;
+  Bench s;
   s.P.Answer(kMinimal, "No").Answer(kFast, "Yes").Answer(kContribution, "No");
   s.Run();
   ASSERT_FALSE(s.end);
@@ -138,12 +138,12 @@ TEST(ReadDataA1, DialogueTexts) {
 }
 
 TEST(ReadDataA1, RegularRunWithFlowRecord) {
-  Session s;
+  Bench s;
   s.P.Answer(kMinimal, "No").Answer(kFast, "Cancel").Answer(kFlow, "Yes").Answer(kContribution, "No");
   s.P.Answer(kExtent, "Cancel").Answer(kRearing, "Yes").Answer(kKind, "2");
   s.Run();
   ASSERT_FALSE(s.end) << s.end->message;
-  const SessionStore& S = *s.S;
+  const Session& S = *s.S;
   EXPECT_EQ(s.P.Titles(), (std::vector<std::string>{kChooser, kMinimal, kFast, kFlow, kContribution, kExtent,
                                                     kRearing, kKind}));
   EXPECT_EQ(S.options.FastRun, "No");
@@ -161,7 +161,7 @@ TEST(ReadDataA1, RegularRunWithFlowRecord) {
   EXPECT_EQ(test::ReadFile(S.identity.FlowFileName), "Sub CheckDataFile2\nSub CalcuFMpairLessthan2\n");
 
   // Cancel at the flow question records for the bootstrap: the file is made and stays open.
-  Session boot;
+  Bench boot;
   boot.P.Answer(kMinimal, "No").Answer(kFast, "Cancel").Answer(kFlow, "Cancel").Answer(kContribution, "No");
   boot.P.Answer(kExtent, "No").Answer(kRearing, "Yes").Answer(kKind, "1");
   boot.Run();
@@ -191,7 +191,7 @@ TEST(ReadDataA1, FlowFileNameHasNoLeadingZeros) {
 
 TEST(ReadDataA1, MinimalOutputAndCancelledChoices) {
   // Yes at "Minimal outputs?" leaves only the questions of the check.
-  Session minimal;
+  Bench minimal;
   minimal.S->options.FlowMode = "Yes";
   minimal.P.Answer(kMinimal, "Yes").Answer(kRearing, "Yes").Answer(kKind, "1");
   minimal.Run();
@@ -206,21 +206,21 @@ TEST(ReadDataA1, MinimalOutputAndCancelledChoices) {
   EXPECT_TRUE(minimal.S->console.IsEnabled("cmdBasicRunA2"));
 
   // Cancel there ends the program.
-  Session cancel;
+  Bench cancel;
   cancel.P.Answer(kMinimal, "Cancel");
   cancel.Run();
   ASSERT_TRUE(cancel.end);
   EXPECT_EQ(cancel.end->title, kMinimal);
 
   // Cancel at the contribution: MNT output only.
-  Session mnt;
+  Bench mnt;
   mnt.P.Answer(kMinimal, "No").Answer(kFast, "Yes").Answer(kContribution, "Cancel");
   mnt.Run();
   EXPECT_EQ(mnt.S->options.OutputLevel, "Nooutput");
   EXPECT_EQ(mnt.S->options.MntOutputOnly, "Yes");
 
   // No file chosen: the console stays as it was but for DataFileRead and Command44.
-  Session none;
+  Bench none;
   none.P = FakePrompts();
   none.P.Answer(kChooser, "");
   none.S->console.Enable("cmdReadDataA1");
@@ -235,7 +235,7 @@ TEST(ReadDataA1, MinimalOutputAndCancelledChoices) {
 }
 
 TEST(ReadDataA1, ConsoleAfterTheStep) {
-  Session s;
+  Bench s;
   ConsoleState& c = s.S->console;
   for (const char* on : {"cmdReadDataA1", "cmdMatchedLifeTable", "cmdPBTPooled", "cmdPairedBootTest",
                          "cmdGeneralBootstrap", "cmdReadNandF", "FMNmatrices", "Command21"})
@@ -256,7 +256,7 @@ TEST(ReadDataA1, ConsoleAfterTheStep) {
   EXPECT_FALSE(s.S->channels.Flow.IsOpen());
 
   // A data fault after the enabling: the program ends with the check's message.
-  Session bad;
+  Bench bad;
   test::WriteFile(bad.data, "P\nU\nT\n1\n2, 2\nF,Egg,Female\nM,Egg,Male\nEgg,Adult\n2,M,1,1\n");
   bad.P.Answer(kMinimal, "No").Answer(kFast, "Yes").Answer(kContribution, "No");
   bad.Run();
@@ -266,7 +266,7 @@ TEST(ReadDataA1, ConsoleAfterTheStep) {
 }
 
 TEST(ReadDataA1, ContributionReadsThePooledRValues) {
-  Session s;
+  Bench s;
   const std::string a2a = s.dir.file("pooled_Effect Boot-A2a-r.txt");
   test::WriteFile(a2a,
                   "\"Lab 25C-r\"\n\"Next line is Bootstrap sample size (n)\"\n 6 \n\"Next line is total effective "
@@ -284,7 +284,7 @@ TEST(ReadDataA1, ContributionReadsThePooledRValues) {
   EXPECT_EQ(R.ContributionBootR(3), 0.25);
 
   // No file chosen: the contribution is off.
-  Session none;
+  Bench none;
   none.P.Answer(kMinimal, "No").Answer(kFast, "Yes").Answer(kContribution, "Yes").Answer(kContributionFileTitle, "");
   none.Run();
   ASSERT_FALSE(none.end);
@@ -294,7 +294,7 @@ TEST(ReadDataA1, ContributionReadsThePooledRValues) {
   // A file typed by hand: an n beyond the integers of the store is the overflow fault, a list
   // shorter than its B ends at the end of the file.
   for (const auto& [n, B] : {std::pair{"3000000000", "3"}, std::pair{"6", "5"}}) {
-    Session bad;
+    Bench bad;
     test::WriteFile(a2a, std::string("\"x\"\n\"n\"\n") + n + "\n\"B\"\n" + B + "\n\"r\",6,.2\n.21\n.2\n.25\n");
     bad.P.Answer(kMinimal, "No").Answer(kFast, "Yes").Answer(kContribution, "Yes").Answer(kContributionFileTitle, a2a);
     if (std::string(B) == "3") {
@@ -339,7 +339,7 @@ TEST(ReadDataA1, SamplesThatCannotMateAgainstEveryDrawnSample) {
     for (int a = 0; a <= n; ++a) {
       for (int b = 0; a + b <= n; ++b) {
         const int c = n - a - b;
-        auto S = std::make_unique<SessionStore>();
+        auto S = std::make_unique<Session>();
         S->ws.cohort.CohortSize = n;
         S->header.FileFemaleCount = a;
         S->header.FileMaleCount = b;
@@ -367,7 +367,7 @@ TEST(ReadDataA1, SamplesThatCannotMateAgainstEveryDrawnSample) {
 
 TEST(ReadDataA1, SampleCountOnlyBelow72Individuals) {
   for (int n : {71, 72}) {
-    Session s;
+    Bench s;
     std::string text = "P\nU\nT\n" + std::to_string(n) + "\n2, 2\nF,Egg,Female\nM,Egg,Male\nEgg,Adult\n";
     for (int i = 1; i <= n; ++i) text += std::to_string(i) + (i % 2 ? ",F,1,1\n-1\n" : ",M,1,1\n");
     test::WriteFile(s.data, text);
@@ -399,7 +399,7 @@ TEST(ReadDataA1, BundledExampleFastRunAnswers) {
   test::WriteFile(dir.file("examples/mite.txt"), test::ReadFile(std::string(KORVAN_EXAMPLES) + "/mite.txt"));
   const std::string top = dir.path().string();
   std::istringstream lines(test::ReadFile(std::string(KORVAN_EXAMPLES) + "/mite_fast.answers"));
-  auto S = std::make_unique<SessionStore>();
+  auto S = std::make_unique<Session>();
   S->StartUp();
   FakePrompts P;
   std::string line;

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "store/bounded.h"
-#include "store/session_store.h"
+#include "run/run_context.h"
 
 namespace korvan {
 namespace {
@@ -30,7 +30,7 @@ TEST(Bounded, IndexBeyondEitherBoundIsASubscriptFaultNamingTheArray) {
 }
 
 TEST(Bounded, StoreKeepsTheRealLimits) {
-  SessionStore S;
+  Session S;
   EXPECT_NO_THROW(S.ws.cohort.Fecundity(390, 575));
   EXPECT_THROW(S.ws.cohort.IndividualSex(391), SubscriptFault);
   EXPECT_THROW(S.ws.tables.Nxj(576, 1), SubscriptFault);

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "store/rules.h"
-#include "store/session_store.h"
+#include "run/run_context.h"
 
 namespace korvan {
 namespace {
@@ -63,7 +63,7 @@ TEST(StatisticsRule, OnePassMeanVarianceAndStandardError) {
 }
 
 TEST(OutputName, IsTheBaseWithASuffix) {
-  SessionStore S;
+  Session S;
   S.identity.DataFilePath = "/data/aphid.txt";
   S.identity.DataFileBase = "/data/aphid";
   EXPECT_EQ(OutputName(S, "_0A_Life Table_Output.txt"), "/data/aphid_0A_Life Table_Output.txt");

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "store/session_store.h"
+#include "run/run_context.h"
 #include "text/numbers.h"
 
 namespace korvan::test {
@@ -27,7 +27,7 @@ void FillEggs(Fecundity& f, long i, const Individual& a, int d) {
 
 // The head (stages "S1".."S<m-1>" unless named, then "Female" / "Male"; the span from the
 // first to the last preadult stage) and the working cohort; LastAge one below the longest life.
-inline void LoadCohort(SessionStore& S, int m, const std::vector<Individual>& cohort, double timeUnit = 1,
+inline void LoadCohort(Session& S, int m, const std::vector<Individual>& cohort, double timeUnit = 1,
                        const std::vector<std::string>& preadultNames = {}) {
   S.settings.TimeUnit = timeUnit;
   S.identity.ProjectName = "Hand cohort";
@@ -98,14 +98,14 @@ inline std::vector<Individual> HandCohort() {
           {"M", {3, 2, 6}},                  {"N", {2, -2}},                  {"N", {-1}},
           {"F", {2, 2, 2}, {0, 3}}};
 }
-inline void LoadHandCohort(SessionStore& S, const std::vector<Individual>& cohort = HandCohort(),
+inline void LoadHandCohort(Session& S, const std::vector<Individual>& cohort = HandCohort(),
                            double timeUnit = 1) {
   LoadCohort(S, 3, cohort, timeUnit, {"Egg", "Larva"});
 }
 
 // A store whose pool holds these individuals, ready for drawing samples of size n.
-inline std::unique_ptr<SessionStore> MakePoolStore(int m, const std::vector<Individual>& pool, int n) {
-  auto S = std::make_unique<SessionStore>();
+inline std::unique_ptr<Session> MakePoolStore(int m, const std::vector<Individual>& pool, int n) {
+  auto S = std::make_unique<Session>();
   S->header.StageCount = m;
   S->header.CohortSizeRead = static_cast<int>(pool.size());
   S->pool.OriginalCohortSize = static_cast<int>(pool.size());

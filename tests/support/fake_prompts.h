@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/prompt_service.h"
+#include "run/prompt_service.h"
 
 namespace korvan::test {
 

@@ -7,10 +7,10 @@
 #include <map>
 #include <memory>
 
-#include "store/session_store.h"
+#include "run/run_context.h"
 #include "support/test_support.h"
 #include "ui/chart_figures.h"
-#include "ui/command_handlers.h"
+#include "commands/command_handlers.h"
 #include "ui/command_table.h"
 #include "ui/console_texts.h"
 #include "ui/scripted_prompts.h"
@@ -29,8 +29,8 @@ class ChartRecorder : public ScriptedPrompts {
 // A1 (not a Fast Run) and A2 on the bundled example, every other dialogue at its default.
 struct MiteSession {
   test::TempDir dir;
-  std::unique_ptr<SessionStore> store = std::make_unique<SessionStore>();
-  SessionStore& S = *store;
+  std::unique_ptr<Session> store = std::make_unique<Session>();
+  Session& S = *store;
   std::unique_ptr<ChartRecorder> P;
   MiteSession() {
     const std::string data = dir.file("mite.txt");
@@ -162,8 +162,8 @@ TEST(ChartPanel, AgeLabelsFollowTheTimeUnit) {
 }
 
 TEST(ChartPanel, ClickCycleAndGraphCommands) {
-  auto store = std::make_unique<SessionStore>();
-  SessionStore& S = *store;
+  auto store = std::make_unique<Session>();
+  Session& S = *store;
   S.StartUp();
   int counter = 0;
   std::vector<std::string> seen;
@@ -220,8 +220,8 @@ TEST(ChartPanel, ClickCycleAndGraphCommands) {
 }
 
 TEST(ChartPanel, BootstrapBandsAndFrequencies) {
-  auto store = std::make_unique<SessionStore>();
-  SessionStore& S = *store;
+  auto store = std::make_unique<Session>();
+  Session& S = *store;
   S.StartUp();
   S.ws.tables.LastAge = 2;
   S.settings.TimeUnit = 0.5;

@@ -6,11 +6,11 @@
 #include <filesystem>
 #include <memory>
 
-#include "store/session_store.h"
+#include "run/run_context.h"
 #include "support/test_support.h"
 #include "ui/chart_figures.h"
 #include "ui/chart_regression.h"
-#include "ui/command_handlers.h"
+#include "commands/command_handlers.h"
 #include "ui/command_table.h"
 #include "ui/scripted_prompts.h"
 
@@ -37,8 +37,8 @@ TEST(FecundityRegression, FemalesOfTheExampleAndTheirFile) {
   test::TempDir dir;
   const std::string data = dir.file("mite.txt");
   std::filesystem::copy_file(std::string(KORVAN_EXAMPLES) + "/mite.txt", data);
-  auto store = std::make_unique<SessionStore>();
-  SessionStore& S = *store;
+  auto store = std::make_unique<Session>();
+  Session& S = *store;
   S.StartUp();
   SetStartUpConsole(S.console);
   ScriptedPrompts P(AnswerBook::FromText("Open life table data file = " + data +
@@ -104,8 +104,8 @@ TEST(FecundityRegression, FemalesOfTheExampleAndTheirFile) {
 }
 
 TEST(BootResultForm, RoundingsCaptionAndGroupRearedCohorts) {
-  auto store = std::make_unique<SessionStore>();
-  SessionStore& S = *store;
+  auto store = std::make_unique<Session>();
+  Session& S = *store;
   S.StartUp();
   S.boot.ResampleKind = "b";
   S.boot.BootB = 2000;

@@ -3,8 +3,8 @@
 
 #include <set>
 
-#include "store/session_store.h"
-#include "ui/command_handlers.h"
+#include "run/run_context.h"
+#include "commands/command_handlers.h"
 #include "ui/command_table.h"
 #include "ui/scripted_prompts.h"
 
@@ -62,7 +62,7 @@ TEST(CommandTable, StartUpState) {
 }
 
 TEST(CommandTable, PressRefusals) {
-  SessionStore S;
+  Session S;
   S.StartUp();
   SetStartUpConsole(S.console);
   ScriptedPrompts P(AnswerBook{});

@@ -4,7 +4,7 @@
 #include <ctime>
 #include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 

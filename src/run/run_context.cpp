@@ -1,4 +1,4 @@
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 #include <string>
 

@@ -9,7 +9,7 @@
 // that do nothing.
 #include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 #include "ui/chart_figures.h"
 
 namespace korvan {
@@ -40,6 +40,7 @@ class BasicRunDriver : public Procedures {
   void StepLife05a();
   void StepLife05ForMatrix();
   void StepLife05AForMatrix();
+  bool StepCurtailedAndTailedRates();
   void StepPrintIntrinsicRateTable();
   void StepPrintTotalPopulationParameters();
   void StepWriteGraphDataTailedR0andR();

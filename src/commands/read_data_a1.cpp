@@ -1,9 +1,9 @@
-#include "input/read_data_a1.h"
+#include "commands/read_data_a1.h"
 
 #include <cmath>
 #include <string>
 
-#include "engine/basic_run_driver.h"
+#include "commands/basic_run_driver.h"
 #include "input/check_data_file.h"
 #include "input/field_reader.h"
 #include "store/faults.h"

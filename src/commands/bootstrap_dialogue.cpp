@@ -3,7 +3,9 @@
 // only, and B and n.
 #include <string>
 
-#include "bootstrap/bootstrap_driver.h"
+#include "commands/bootstrap_driver.h"
+
+#include "bootstrap/sample_records.h"
 #include "bootstrap/uniform_random.h"
 #include "input/field_reader.h"
 #include "store/faults.h"
@@ -214,7 +216,7 @@ void BootstrapDriver::AskSameBootstrap() {
     if (s == kCancel) EndByCancel(saveTitle);
     R.SaveSamplesAgain = YesNo(s);
   }
-  ReadSameBootstrapData();
+  SampleRecords(S, P, W).ReadSameBootstrapData();
 }
 
 void BootstrapDriver::AskSpecificSamples() {

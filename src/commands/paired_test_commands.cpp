@@ -1,16 +1,18 @@
 // Console commands of the paired bootstrap test: "C. Paired BT" (one file per treatment) and
 // the pooled route (one file holding all treatments).
+#include "commands/paired_test_commands.h"
+
 #include <string>
 
+#include "commands/command_handlers.h"
 #include "comparison/paired_test.h"
 #include "store/faults.h"
-#include "ui/command_handlers.h"
 
 namespace korvan {
 
 namespace {
 
-void OpenFlowRecord(SessionStore& S) {
+void OpenFlowRecord(Session& S) {
   S.options.FlowMode = "Yes";
   S.identity.FlowFileName = S.identity.DataFileBase + "_0_Flow.txt";
   S.channels.Flow.Open(S.identity.FlowFileName);
@@ -32,7 +34,7 @@ void EraseComparison(ComparisonRecord& c) {
 
 }  // namespace
 
-void PairedBootTest::cmdPairedBootTest_Click() {
+void PairedTestCommands::cmdPairedBootTest_Click() {
   Flow("cmdPairedBootTest_Click");
   auto& c = S.comparison;
   c.PickedOneByOne = "Yes";
@@ -76,9 +78,10 @@ void PairedBootTest::cmdPairedBootTest_Click() {
                "Detailed differences", kYesNo) == kYes)
     c.DetailedDifferences = "Yes";
 
-  InputRawDataForCIonebyone();
-  BasicAnalysisForCI();
-  PrintMultiCIofDifference();
+  PairedBootTest test(S, P, W);
+  test.InputRawDataForCIonebyone();
+  test.BasicAnalysisForCI();
+  test.PrintMultiCIofDifference();
   AfterRun();
 
   const std::string done =
@@ -89,7 +92,7 @@ void PairedBootTest::cmdPairedBootTest_Click() {
   P.Status("lblBootMsg", "");
 }
 
-void PairedBootTest::cmdPBTPooled_Click() {
+void PairedTestCommands::cmdPBTPooled_Click() {
   Flow("cmdPBTPooled_Click");
   auto& c = S.comparison;
   c.PickedOneByOne = "No";
@@ -108,14 +111,15 @@ void PairedBootTest::cmdPBTPooled_Click() {
   if (P.MsgBox("Do you need detailed differences between treatments and normal density curves?",
                "Detailed differences", kYesNo) == kYes)
     c.DetailedDifferences = "Yes";
-  MultipleComparisonBasedOnCI();
-  InputRawDataForCI();
-  BasicAnalysisForCI();
-  PrintMultiCIofDifference();
+  PairedBootTest test(S, P, W);
+  test.MultipleComparisonBasedOnCI();
+  test.InputRawDataForCI();
+  test.BasicAnalysisForCI();
+  test.PrintMultiCIofDifference();
   AfterRun();
 }
 
-void PairedBootTest::AfterRun() {
+void PairedTestCommands::AfterRun() {
   for (const char* cmd : {"cmdPBTPooled", "cmdMatchedLifeTable", "FMNmatrices"}) S.console.Disable(cmd);
   S.console.Show("MSFlexGrid1");
 }

@@ -1,28 +1,18 @@
 #pragma once
-// "A3. Bootstrap": the dialogue of a run, the pool, the loop of samples on all cores, and
-// the statistics and report after it.
+// The run of a bootstrap once its settings stand: the loop over samples 1..B on the threads of
+// the run, the limits of l(x) and m(x) after it, and the steps of the result files.
 #include <chrono>
-#include <cmath>
-#include <cstdint>
-#include <string>
 
-#include "store/procedures.h"
+#include "run/run_context.h"
 
 namespace korvan {
 
-class BootstrapDriver : public Procedures {
+class BootstrapRun : public Procedures {
  public:
   using Procedures::Procedures;
 
-  // The command "A3. Bootstrap".
-  void cmdBootstrap_Click();
-
-  // The dialogue.
-  void cmdBootstrap01();
-  void cmdBootstrap02();
-  void BeginBootstrap();
-  void ReadSameBootstrapData();
-  void LoadFastSettings();
+  // When the run began, for the estimate of its total time.
+  std::chrono::steady_clock::time_point begin = std::chrono::steady_clock::now();
 
   // The loop over samples 1..B (step 10), on the threads of the run.
   void RunSampleLoop();
@@ -41,19 +31,8 @@ class BootstrapDriver : public Procedures {
   void CountIndividualFrequencies();
 
  private:
-  void AskFastRun();
-  void AskSameBootstrap();
-  void AskSpecificSamples();
-  void AskMajorPercentiles();
-  void AskHistogramAndNormalCurves();
-  void AskPercentileWork(bool& sortStep);
-  bool CohortHasFertileFemale() const;
-  void SetResamplingMarkers();
-  void ShowRunningText();
-  std::string TimeText(double seconds, const std::string& before) const;
   void WriteMajorPercentileLxMx();
 
-  std::chrono::steady_clock::time_point begin_;
   long doneSamples_ = 0;
   double estimate_ = -1;
   long estimateCount_ = 0;

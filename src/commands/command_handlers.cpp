@@ -1,14 +1,11 @@
-#include "ui/command_handlers.h"
-
-#include "bootstrap/bootstrap_driver.h"
-#include "store/procedures.h"
+#include "commands/command_handlers.h"
 
 // One include per family of built commands.
-#include "bootstrap/bootstrap_driver.h"
-#include "comparison/paired_test.h"
-#include "engine/basic_run_driver.h"
-#include "input/read_data_a1.h"
-#include "bootstrap/percentile.h"
+#include "commands/basic_run_driver.h"
+#include "commands/bootstrap_driver.h"
+#include "commands/paired_test_commands.h"
+#include "commands/read_data_a1.h"
+#include "commands/spec_boot_sample.h"
 
 namespace korvan {
 
@@ -16,12 +13,12 @@ namespace {
 
 // A command's click procedure: a member function of a family of procedures.
 template <class Family, void (Family::*Click)()>
-void Run(SessionStore& S, PromptService& P) {
+void Run(Session& S, PromptService& P) {
   Family family(S, P);
   (family.*Click)();
 }
 
-void Quit(SessionStore&, PromptService&) { throw SessionQuit{}; }
+void Quit(Session&, PromptService&) { throw SessionQuit{}; }
 
 }  // namespace
 
@@ -32,9 +29,9 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdReadDataA1", Run<ReadDataA1, &ReadDataA1::cmdReadDataA1_Click>},
       {"cmdBasicRunA2", Run<BasicRunDriver, &BasicRunDriver::cmdBasicRunA2_Click>},
       {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
-      {"cmdPairedBootTest", Run<PairedBootTest, &PairedBootTest::cmdPairedBootTest_Click>},
-      {"cmdPBTPooled", Run<PairedBootTest, &PairedBootTest::cmdPBTPooled_Click>},
-      {"cmdWriteSpeLifeTable", Run<BootPercentiles, &BootPercentiles::WriteLifeTableForSpecificSample>},
+      {"cmdPairedBootTest", Run<PairedTestCommands, &PairedTestCommands::cmdPairedBootTest_Click>},
+      {"cmdPBTPooled", Run<PairedTestCommands, &PairedTestCommands::cmdPBTPooled_Click>},
+      {"cmdWriteSpeLifeTable", Run<SpecBootSampleCommand, &SpecBootSampleCommand::cmdWriteSpeLifeTable_Click>},
   };
   return handlers;
 }
@@ -73,12 +70,12 @@ std::string ClosedCommandMessage(const ConsoleState& console, const CommandInfo&
   return caption + " is closed at this point of the session.";
 }
 
-void PressCommand(SessionStore& S, PromptService& P, const CommandInfo& command) {
+void PressCommand(Session& S, PromptService& P, const CommandInfo& command) {
   if (!IsCommandOpen(S.console, command)) throw CommandRefused(ClosedCommandMessage(S.console, command));
   PressByProgram(S, P, command.control);
 }
 
-void PressByProgram(SessionStore& S, PromptService& P, std::string_view control) {
+void PressByProgram(Session& S, PromptService& P, std::string_view control) {
   auto it = CommandHandlers().find(control);
   if (it == CommandHandlers().end()) {
     const CommandInfo* command = FindCommand(control);

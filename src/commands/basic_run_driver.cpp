@@ -1,5 +1,5 @@
 // "A2. Basic Run" in its fixed order, with ModifyFxj, EnterSpecAge and EnterSpecSurv.
-#include "engine/basic_run_driver.h"
+#include "commands/basic_run_driver.h"
 
 #include <ctime>
 #include <string>

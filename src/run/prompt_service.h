@@ -1,11 +1,12 @@
 #pragma once
 // Every dialogue of the analysis goes through a PromptService: message boxes, input boxes,
-// the file chooser, the console's status labels and progress.
+// the file chooser, the console's status labels and progress. The analysis talks to the user
+// through this header alone; the implementations and the chart models are in ui/.
 #include <string>
 
-#include "ui/chart_panel.h"
-
 namespace korvan {
+
+struct ChartPanel;
 
 // Buttons of a message box (the platform's values).
 enum MsgButtons : int { kOKOnly = 0, kOKCancel = 1, kYesNoCancel = 3, kYesNo = 4 };

@@ -6,13 +6,13 @@
 #include <string>
 #include <string_view>
 
-#include "store/session_store.h"
+#include "run/prompt_service.h"
+#include "run/run_context.h"
 #include "ui/command_table.h"
-#include "ui/prompt_service.h"
 
 namespace korvan {
 
-using CommandHandler = void (*)(SessionStore&, PromptService&);
+using CommandHandler = void (*)(Session&, PromptService&);
 
 // A command that can't be run: unknown, closed at this point of the session, or not built
 // yet. A command-line run ends with exit code 2.
@@ -32,10 +32,10 @@ bool IsCommandBuilt(std::string_view control);
 const CommandInfo& ResolveCommand(std::string_view codeOrControl);
 
 // Presses a command as the user does: refused when it isn't open now or isn't built.
-void PressCommand(SessionStore& S, PromptService& P, const CommandInfo& command);
+void PressCommand(Session& S, PromptService& P, const CommandInfo& command);
 // Presses a command from within another (as A1 presses A2 in a Fast Run): no check of the
 // console, refused only when it isn't built.
-void PressByProgram(SessionStore& S, PromptService& P, std::string_view control);
+void PressByProgram(Session& S, PromptService& P, std::string_view control);
 
 // The message of a command that isn't open now.
 std::string ClosedCommandMessage(const ConsoleState& console, const CommandInfo& command);
