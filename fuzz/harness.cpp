@@ -5,16 +5,14 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <stdexcept>
 #include <system_error>
 
 #include "accepting_prompts.h"
-#include "commands/bootstrap_driver.h"
-#include "commands/paired_test_commands.h"
-#include "comparison/paired_test.h"
-#include "commands/basic_run_driver.h"
-#include "commands/read_data_a1.h"
-#include "store/faults.h"
+#include "commands/run_command.h"
 #include "run/run_context.h"
+#include "store/faults.h"
+#include "ui/command_table.h"
 
 namespace korvan::fuzz {
 
@@ -65,6 +63,25 @@ Outcome Guarded(Run&& run) {
   }
 }
 
+// A command pressed through the one way every front end runs commands. The endings of bad input
+// are thrown on to Guarded; any other ending is a finding.
+void Press(Session& S, PromptService& P, const char* control) {
+  const CommandOutcome out = RunCommand(S, P, control);
+  switch (out.ending) {
+    case CommandEnding::Ran:
+    case CommandEnding::Quit:
+      return;
+    case CommandEnding::ProgramEnd:
+      throw ProgramEnd{out.message, out.title};
+    case CommandEnding::SubscriptFault:
+      throw SubscriptFault(out.message.substr(out.message.find(": ") + 2));
+    case CommandEnding::OverflowFault:
+      throw OverflowFault();
+    default:
+      throw std::logic_error(std::string(control) + " ended unexpectedly: " + out.message);
+  }
+}
+
 const char* const kTwoSexTitle = "Two-sex mating?";
 
 // A1 in a Fast Run, which goes on to Basic Run by itself.
@@ -75,7 +92,7 @@ void FastRun(Session& S, AcceptingPrompts& P, const std::string& path, bool twoS
   P.answers["Do you need the contribution of this life table to intrinsic rate?"] = kNo;
   P.goOn = {"Non-integer developmental time", "Non-integer fecundity", "Are there more data?"};
 
-  ReadDataA1(S, P).cmdReadDataA1_Click();
+  Press(S, P, "cmdReadDataA1");
 }
 
 // A1 through all its steps, the file's head holding rearing costs, then "A2. Basic Run" with
@@ -91,8 +108,8 @@ void AllStepsRun(Session& S, AcceptingPrompts& P, const std::string& path, bool 
   P.inputs["General analysis or 3D analysis?"] = twoSex ? "1" : "2";
   P.goOn = {"Non-integer developmental time", "Non-integer fecundity", "Are there more data?"};
 
-  ReadDataA1(S, P).cmdReadDataA1_Click();
-  BasicRunDriver(S, P).cmdBasicRunA2_Click();
+  Press(S, P, "cmdReadDataA1");
+  Press(S, P, "cmdBasicRunA2");
 }
 
 using Route = void (*)(Session&, AcceptingPrompts&, const std::string&, bool);
@@ -100,6 +117,7 @@ using Route = void (*)(Session&, AcceptingPrompts&, const std::string&, bool);
 Outcome ReadAndRun(Route route, const std::string& path, bool twoSex) {
   auto S = std::make_unique<Session>();
   S->StartUp();
+  SetStartUpConsole(S->console);
   AcceptingPrompts P;
   route(*S, P, path, twoSex);
   Outcome ran;
@@ -149,6 +167,7 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   Outcome ran = Guarded([&] {
     auto S = std::make_unique<Session>();
     S->StartUp();
+    SetStartUpConsole(S->console);
     AcceptingPrompts P;
     FastRun(*S, P, cohort, true);
     Outcome ran;
@@ -163,7 +182,7 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
     P.answers["Fast run for bootstrap?"] = kCancel;  // the detailed steps, where the record is offered
     P.answers["Same bootstrap samples?"] = kYes;
     P.answers["Fast run for the rest steps?"] = kYes;
-    BootstrapDriver(*S, P).cmdBootstrap_Click();
+    Press(*S, P, "cmdBootstrap");
     ran.bootstrapSamples = S->boot.EffectiveCount;
     return ran;
   });
@@ -206,6 +225,7 @@ long ComparedValues(const SessionStore& S) {
 Outcome PairedOneByOne(const std::string& file1, const std::string& file2, const char* transformation) {
   auto S = std::make_unique<Session>();
   S->StartUp();
+  SetStartUpConsole(S->console);
   AcceptingPrompts P;
   P.files["Input treatment 1"] = file1;
   P.files["Input treatment 2"] = file2;
@@ -220,7 +240,7 @@ Outcome PairedOneByOne(const std::string& file1, const std::string& file2, const
   } else {
     P.answers["Fast paired bootstrap test?"] = kYes;
   }
-  PairedTestCommands(*S, P).cmdPairedBootTest_Click();
+  Press(*S, P, "cmdPairedBootTest");
   Outcome ran;
   ran.comparedValues = ComparedValues(*S);
   return ran;
@@ -248,6 +268,7 @@ Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   Outcome ran = Guarded([&] {
     auto S = std::make_unique<Session>();
     S->StartUp();
+    SetStartUpConsole(S->console);
     AcceptingPrompts P;
     P.files["Open pooled file of treatments for paired bootstrap test"] = pooled;
     P.answers["Do you need flow record?"] = kNo;
@@ -255,7 +276,7 @@ Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t si
     P.answers["Detailed differences"] = detailed ? kYes : kNo;
     // A large file sorts as after a fast run of command C in the session.
     if (!detailed) S->comparison.UseQuickSort = "Yes";
-    PairedTestCommands(*S, P).cmdPBTPooled_Click();
+    Press(*S, P, "cmdPBTPooled");
     Outcome ran;
     ran.comparedValues = ComparedValues(*S);
     ran.detailedRun = detailed;

@@ -14,6 +14,7 @@
 #include "run/run_context.h"
 #include "ui/answer_book.h"
 #include "commands/command_handlers.h"
+#include "commands/run_command.h"
 #include "ui/command_table.h"
 #include "ui/console_display.h"
 #include "ui/scripted_prompts.h"
@@ -177,46 +178,44 @@ int RunSession(const CliOptions& options, bool demo) {
 
   const auto started = fs::file_time_type::clock::now();
   int code = kExitDone;
-  try {
-    for (const auto* command : commands) {
-      // The demo's Basic Run is pressed only when A1 didn't start it itself (a Fast Run does).
-      if (demo && command->control == "cmdBasicRunA2" && S.basic.BasicRunDone == "yes") continue;
-      PressCommand(S, P, *command);
+  for (const auto* command : commands) {
+    // The demo's Basic Run is pressed only when A1 didn't start it itself (a Fast Run does).
+    if (demo && command->control == "cmdBasicRunA2" && S.basic.BasicRunDone == "yes") continue;
+    const CommandOutcome out = RunCommand(S, P, command->control);
+    if (out.SessionGoesOn()) continue;
+    display.EndProgress();
+    switch (out.ending) {
+      case CommandEnding::ProgramEnd:
+        if (!out.title.empty()) std::cerr << out.title << '\n';
+        std::cerr << out.message << '\n';
+        code = kExitProgramEnd;
+        break;
+      case CommandEnding::SubscriptFault:
+      case CommandEnding::OverflowFault:
+        std::cerr << out.message << '\n';
+        code = kExitProgramEnd;
+        break;
+      case CommandEnding::Unexpected:
+        std::cerr << "korvan: " << out.message << '\n';
+        code = kExitProgramEnd;
+        break;
+      case CommandEnding::MissingAnswer:
+      case CommandEnding::Refused:
+        if (demo) {
+          std::cout << "demo: stopped here: "
+                    << (out.ending == CommandEnding::MissingAnswer ? "the example's answers end (" + out.message + ")"
+                                                                    : out.message)
+                    << '\n';
+        } else {
+          std::cerr << "korvan: " << out.message << '\n';
+          code = kExitUsage;
+        }
+        break;
+      case CommandEnding::Ran:
+      case CommandEnding::Quit:
+        break;
     }
-  } catch (const SessionQuit&) {
-  } catch (const ProgramEnd& e) {
-    display.EndProgress();
-    if (!e.title.empty()) std::cerr << e.title << '\n';
-    std::cerr << e.message << '\n';
-    code = kExitProgramEnd;
-  } catch (const SubscriptFault& e) {
-    display.EndProgress();
-    std::cerr << e.what() << '\n';
-    code = kExitProgramEnd;
-  } catch (const OverflowFault& e) {
-    display.EndProgress();
-    std::cerr << e.what() << '\n';
-    code = kExitProgramEnd;
-  } catch (const AnswerError& e) {
-    display.EndProgress();
-    if (demo) {
-      std::cout << "demo: stopped here: the example's answers end (" << e.what() << ")\n";
-    } else {
-      std::cerr << "korvan: " << e.what() << '\n';
-      code = kExitUsage;
-    }
-  } catch (const CommandRefused& e) {
-    display.EndProgress();
-    if (demo) {
-      std::cout << "demo: stopped here: " << e.what() << '\n';
-    } else {
-      std::cerr << "korvan: " << e.what() << '\n';
-      code = kExitUsage;
-    }
-  } catch (const std::exception& e) {
-    display.EndProgress();
-    std::cerr << "korvan: " << e.what() << '\n';
-    code = kExitProgramEnd;
+    break;
   }
   display.EndProgress();
   PrintSummary(S, display, started);

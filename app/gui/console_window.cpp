@@ -29,6 +29,7 @@
 #include "ui/chart_figures.h"
 #include "ui/chart_regression.h"
 #include "commands/command_handlers.h"
+#include "commands/run_command.h"
 #include "ui/console_display.h"
 #include "ui/console_texts.h"
 
@@ -357,23 +358,21 @@ void ConsoleWindow::StartCommand(const CommandInfo& command) {
 }
 
 void ConsoleWindow::RunOnWorker(std::string control) {
+  const CommandOutcome run = RunCommand(*store_, *prompts_, control);
   Outcome out;
-  try {
-    PressCommand(*store_, *prompts_, ResolveCommand(control));
-  } catch (const CommandRefused& e) {
-    out = {Outcome::Refused, "", e.what()};
-  } catch (const AnswerError& e) {
-    out = {Outcome::Refused, "", e.what()};
-  } catch (const SessionQuit&) {
-    out = {Outcome::Quit, "", ""};
-  } catch (const ProgramEnd& e) {
-    out = {Outcome::Fault, e.title, e.message};
-  } catch (const SubscriptFault& e) {
-    out = {Outcome::Fault, "Run-time error '9'", e.what()};
-  } catch (const OverflowFault& e) {
-    out = {Outcome::Fault, "Run-time error '6'", e.what()};
-  } catch (const std::exception& e) {
-    out = {Outcome::Fault, store_->identity.ProgramName, e.what()};
+  switch (run.ending) {
+    case CommandEnding::Ran:
+      break;
+    case CommandEnding::Quit:
+      out = {Outcome::Quit, "", ""};
+      break;
+    case CommandEnding::Refused:
+    case CommandEnding::MissingAnswer:
+      out = {Outcome::Refused, "", run.message};
+      break;
+    default:
+      out = {Outcome::Fault, run.title, run.message};
+      break;
   }
   outcome_ = out;  // read on the window's thread once the worker has finished
 }

@@ -8,6 +8,7 @@
 #include "engine/stage_statistics.h"
 #include "input/data_file_reader.h"
 #include "text/numbers.h"
+#include "ui/console_rules.h"
 
 namespace korvan {
 
@@ -25,7 +26,7 @@ void BasicRunDriver::cmdBasicRunA2_Click() {
   // 2. The whole analysis is done once a session; a repeated click writes the raw data again.
   if (S.basic.BasicRunDone != "yes") {
     // 3.
-    S.console.Disable("cmdReadDataA1");
+    ApplyConsoleRule(S.console, "A2 begins");
     const std::time_t now = std::time(nullptr);
     std::tm clock{};
     localtime_r(&now, &clock);
@@ -125,9 +126,7 @@ void BasicRunDriver::cmdBasicRunA2_Click() {
     stats.WriteIndivFecundityForAnalysis();
     StepWriteGraphDataTailedR0andR();
     StepWriteGraphDataCumuR0andR();
-    for (const char* c : {"Command4", "Command21", "cmdBootstrap", "Command27", "Command28"})
-      S.console.Enable(c);
-    S.console.Show("Frame1");
+    ApplyConsoleRule(S.console, "A2 analysis done");
   }
 
   // 19.
@@ -144,27 +143,20 @@ void BasicRunDriver::cmdBasicRunA2_Click() {
 // Steps 20 to 23: the console after the run.
 void BasicRunDriver::OpenConsoleAfterRun() {
   auto& console = S.console;
-  console.Enable("cmdHarvest", S.header.RegularLifeTable == "No");
-  console.Enable("ContributionPartition");
+  ApplyConsoleRule(console, S.header.RegularLifeTable == "No" ? "A2 harvest possible" : "A2 harvest impossible");
+  ApplyConsoleRule(console, "A2 contribution");
   P.Status("txtMeanfecundity", FullPrecision(RoundDisplay(W.lifeTable.ReproductiveMean, 4)));
 
   S.channels.MainOutput.Close();
 
   if (S.options.Analysis3D == "Yes") {
-    console.Disable("cmdBootstrap");
+    ApplyConsoleRule(console, "A2 3D analysis");
   } else if (W.lifeTable.ReproductiveCount > 0 && S.options.FastRun != "Yes") {
     StepOfferQuiz();
   }
 
-  console.Disable("Command44");
-  for (const char* c : {"Command42", "cmdFecundityVsOvidays", "cmdShowFvsAdultLong", "cmdShowFvsTotalLong",
-                        "cmdShowFvsConsumption"})
-    console.Enable(c);
-  // With no offspring at all (R0 = 0) nothing further can be analysed.
-  if (W.lifeTable.StageFecundityTotal(S.header.StageCount) == 0) {
-    console.Show("Frame4", false);
-    console.Show("Frame1", false);
-  }
+  ApplyConsoleRule(console, "A2 ends");
+  if (W.lifeTable.StageFecundityTotal(S.header.StageCount) == 0) ApplyConsoleRule(console, "A2 no offspring");
   P.Beep();
 }
 

@@ -3,12 +3,13 @@
 
 #include "analyses/curtailed_tailed.h"
 #include "engine/population_parameters.h"
+#include "ui/console_rules.h"
 
 namespace korvan {
 
 void BasicRunDriver::StepLife05() {
   ParameterEngine(S, P, W).Life05();
-  if (StepCurtailedAndTailedRates()) S.console.Enable("cmdCurtailedR");
+  if (StepCurtailedAndTailedRates()) ApplyConsoleRule(S.console, "A2 curtailed rates");
 }
 void BasicRunDriver::StepLife05a() { ParameterEngine(S, P, W).Life05a(); }
 void BasicRunDriver::StepLife05ForMatrix() {

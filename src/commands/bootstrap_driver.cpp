@@ -14,6 +14,7 @@
 #include "store/faults.h"
 #include "text/numbers.h"
 #include "ui/chart_figures.h"
+#include "ui/console_rules.h"
 
 namespace korvan {
 namespace {
@@ -71,8 +72,7 @@ void BootstrapDriver::AskHistogramAndNormalCurves() {
   if (a == kCancel) throw ProgramEnd{"The program ends here (Cancel at \"" + title + "\").", title};
   R.HistogramBars = a == kYes ? 50 : 20;
   R.HistogramBarsPlus1 = a == kYes ? 51 : 21;
-  S.console.Enable("cmdBootLx");
-  S.console.Enable("cmdBootMx");
+  ApplyConsoleRule(S.console, "A3 histogram chosen");
   const std::string ntitle = "Normal density curve?";
   const std::string ntext =
       "Do you need bootstrap frequency file and normal curves?\n"
@@ -102,11 +102,11 @@ void BootstrapDriver::cmdBootstrap_Click() {
   }
   if (R.BootFastRest != "Yes") AskHistogramAndNormalCurves();
   if (!CohortHasFertileFemale()) {
-    S.console.Disable("cmdJackknife");
+    ApplyConsoleRule(S.console, "A3 no fertile female");
     throw ProgramEnd{"Because there is no fertile female, you cannot run bootstrap.",
                      "No female reproduced offspring."};
   }
-  S.console.Enable("cmdReadDataA1");
+  ApplyConsoleRule(S.console, "A3 samples begin");
   SetResamplingMarkers();
 
   DataFileReader reader(S, P, W);
@@ -150,19 +150,15 @@ void BootstrapDriver::cmdBootstrap_Click() {
   stats.Boot01();
   run.WriteColumnFiles();
   P.ShowChart(ShowFreqR0(S));
-  S.console.Disable("Command27");
-  S.console.Disable("Command28");
+  ApplyConsoleRule(S.console, "A3 column files written");
 
   R.BootstrapCompleted = "yes";
-  S.console.Enable("showBootandJackResult");
   const auto filesBegin = std::chrono::steady_clock::now();
   const double total = std::chrono::duration<double>(filesBegin - begin).count();
   P.Status("lblBootEnd", "Total time = " + TimeText(total, R.BootTotalTimeText));
-  S.console.Disable("cmdJackknife");
-  S.console.Enable("cmdBootLx");
-  S.console.Enable("cmdBootMx");
+  ApplyConsoleRule(S.console, "A3 results shown");
   if (R.BootNormalCurves == "Yes") run.WriteNormalCurveFiles();
-  S.console.Enable("cmdShowCumuFreqinProbit");
+  ApplyConsoleRule(S.console, "A3 normality");
   run.CountIndividualFrequencies();
 
   P.Beep();
@@ -178,8 +174,7 @@ void BootstrapDriver::cmdBootstrap_Click() {
   P.MsgBox("Analysis completed! Congratulation!\n" + printing + "\n\nPlease read " + S.identity.DataFileBase +
                "_0A_Life Table_Output.txt.\n\nRecord of bootstrap samples are saved in " + R.RecordFilePath + ".",
            "Task completed", kOKOnly);
-  S.console.Enable("cmdSortAndCountLT");
-  S.console.Disable("cmdReadDataA1");
+  ApplyConsoleRule(S.console, "A3 ends");
 }
 
 void BootstrapDriver::ShowRunningText() {

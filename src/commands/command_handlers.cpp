@@ -1,5 +1,7 @@
 #include "commands/command_handlers.h"
 
+#include "ui/console_rules.h"
+
 // One include per family of built commands.
 #include "commands/basic_run_driver.h"
 #include "commands/bootstrap_driver.h"
@@ -59,8 +61,9 @@ std::string ClosedCommandMessage(const ConsoleState& console, const CommandInfo&
     if (command.frame == "Frame1") return caption + " is closed: the figures are shown after A2. Basic Run.";
     return caption + " is closed: the main procedures are hidden after this run.";
   }
-  if (!command.opensAfter.empty()) {
-    const CommandInfo* before = FindCommand(command.opensAfter);
+  const std::string_view opener = OpenedBy(command.control);
+  if (!opener.empty()) {
+    const CommandInfo* before = FindCommand(opener);
     // Only a predecessor still waiting to be run explains the refusal; once it has run
     // (a Fast Run closes A2 behind A1, for one) the command is simply closed.
     if (before && IsCommandOpen(console, *before)) {

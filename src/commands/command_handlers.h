@@ -21,9 +21,6 @@ class CommandRefused : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// "Quit": ends the session normally; the commands after it don't run.
-struct SessionQuit {};
-
 // The built commands by control name.
 const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers();
 bool IsCommandBuilt(std::string_view control);

@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "commands/command_handlers.h"
 #include "comparison/paired_test.h"
 #include "store/faults.h"
+#include "ui/console_rules.h"
 
 namespace korvan {
 
@@ -41,9 +41,7 @@ void PairedTestCommands::cmdPairedBootTest_Click() {
   c.CartesianRun = "No";
   P.Status("lblBootMsg",
            "Input data for paired bootstrap test.\nIn general you choose \"...Effect boot...txt\" files one by one.");
-  S.console.Show("MSChart1", false);
-  S.console.Show("lblBootBegin", false);
-  S.console.Show("lblBootEnd", false);
+  ApplyConsoleRule(S.console, "C begins");
   c.TableNumber = 0;
 
   const std::string fastText =
@@ -70,7 +68,7 @@ void PairedTestCommands::cmdPairedBootTest_Click() {
     EraseComparison(c);
   }
 
-  for (const char* cmd : {"cmdReadDataA1", "cmdBasicRunA2", "cmdBootstrap", "cmdPBTPooled"}) S.console.Disable(cmd);
+  ApplyConsoleRule(S.console, "C settled");
   P.Status("cmdPBTPooled", "(Disabled)");
   c.DetailedDifferences = "No";
   if (c.FastPBT != "Yes" &&
@@ -103,8 +101,7 @@ void PairedTestCommands::cmdPBTPooled_Click() {
     S.identity.DataFileBase = "24-Paired boot test pooled";
     OpenFlowRecord(S);
   }
-  for (const char* cmd : {"cmdReadDataA1", "cmdBasicRunA2", "cmdBootstrap", "cmdPairedBootTest"})
-    S.console.Disable(cmd);
+  ApplyConsoleRule(S.console, "PBT pooled begins");
   P.Status("cmdBasicRunA2", "(Unavailabe)");
   P.Status("cmdPairedBootTest", "(Disabled)");
   c.DetailedDifferences = "No";
@@ -120,8 +117,7 @@ void PairedTestCommands::cmdPBTPooled_Click() {
 }
 
 void PairedTestCommands::AfterRun() {
-  for (const char* cmd : {"cmdPBTPooled", "cmdMatchedLifeTable", "FMNmatrices"}) S.console.Disable(cmd);
-  S.console.Show("MSFlexGrid1");
+  ApplyConsoleRule(S.console, "Paired test done");
 }
 
 }  // namespace korvan

@@ -8,6 +8,7 @@
 #include "input/field_reader.h"
 #include "store/faults.h"
 #include "text/numbers.h"
+#include "ui/console_rules.h"
 
 namespace korvan {
 
@@ -20,9 +21,7 @@ std::string FlowFileNameFor(const std::string& dataFileBase, const std::tm& when
 void ReadDataA1::cmdReadDataA1_Click() {
   Flow("cmdReadDataA1_Click");
   S.options.GroupRearedFlag = "No";
-  S.console.Show("Image1", false);
-  S.console.Show("Label4");
-  S.console.Show("Label14");
+  ApplyConsoleRule(S.console, "A1 begins");
 
   const std::string path = P.ChooseFile("Open life table data file");
   if (!path.empty()) {
@@ -37,30 +36,19 @@ void ReadDataA1::cmdReadDataA1_Click() {
       AskExtentOfOutput();
     }
 
-    // The console moves on to Basic Run. The commands that work on files of their own are
-    // chosen before A1, in place of it, and close now.
-    S.console.Enable("cmdBasicRunA2");
-    S.console.Disable("Command21");
-    S.console.Enable("Command42");
-    for (const char* c : {"cmdReadDataA1", "cmdMatchedLifeTable", "cmdPBTPooled", "cmdPairedBootTest",
-                          "cmdGeneralBootstrap"})
-      S.console.Disable(c);
+    ApplyConsoleRule(S.console, "A1 file chosen");
 
     CheckDataFile(S, P, W).CheckDataFile2();
     if (W.cohort.CohortSize < 72) CalcuFMpairLessthan2();
     P.Status("Caption", " (Treatment: " + S.identity.TreatmentName + ")");
-    S.console.Disable("cmdReadNandF");
-    S.console.Disable("FMNmatrices");
-    for (const char* c : {"cmdWriteSpeLifeTable", "cmdAddDuration", "cmdReduceReprodPeriod",
-                          "cmdAddDurationToStage", "cmdCreateLectureFile"})
-      S.console.Enable(c);
+    ApplyConsoleRule(S.console, "A1 file checked");
   }
 
   S.identity.DataFileRead = "Yes";
-  S.console.Enable("Command44");
+  ApplyConsoleRule(S.console, "A1 ends");
   if (S.options.FastRun == "Yes") {
     PressBasicRunA2();
-    S.console.Disable("cmdBasicRunA2");
+    ApplyConsoleRule(S.console, "A1 Fast Run done");
   }
 }
 

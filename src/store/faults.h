@@ -20,6 +20,10 @@ struct ProgramEnd {
   std::string title;
 };
 
+// "Quit", or "End KORVAN" at the end of a command: the session ends normally and the commands
+// after it don't run.
+struct SessionQuit {};
+
 // Display rounding of a value beyond the 32-bit range.
 class OverflowFault : public std::overflow_error {
  public:

@@ -19,7 +19,6 @@ struct CommandInfo {
   CommandGroup group;
   std::string_view frame;    // "Frame4" (main procedures), "Frame1" (main figures), or none
   bool openAtStart;
-  std::string_view opensAfter;  // the control whose run opens it ("cmdReadDataA1", ...), or empty
 };
 
 // Every command, main commands first in the console's order, then the further commands, then

@@ -24,9 +24,6 @@ TEST(CommandTable, CodesNamesAndCaptions) {
     if (!c.code.empty()) {
       EXPECT_EQ(c.caption.substr(0, c.code.size() + 1), std::string(c.code) + ".");
     }
-    if (!c.opensAfter.empty()) {
-      EXPECT_NE(FindCommand(c.opensAfter), nullptr) << c.control;
-    }
   }
   EXPECT_EQ(codes, mainCodes);
   EXPECT_EQ(FindCommand("a2")->control, "cmdBasicRunA2");
