@@ -12,6 +12,7 @@
 #include "commands/run_command.h"
 #include "run/run_context.h"
 #include "store/faults.h"
+#include "text/text_file.h"
 #include "ui/command_table.h"
 
 namespace korvan::fuzz {
@@ -66,7 +67,12 @@ Outcome Guarded(Run&& run) {
 // A command pressed through the one way every front end runs commands. The endings of bad input
 // are thrown on to Guarded; any other ending is a finding.
 void Press(Session& S, PromptService& P, const char* control) {
+  const long faultsBefore = WriteFaultCount();
   const CommandOutcome out = RunCommand(S, P, control);
+  // A command that ends as done while one of its files could not be written would have the
+  // user cite numbers whose files are not whole.
+  if (out.ending == CommandEnding::Ran && WriteFaultCount() != faultsBefore)
+    throw std::logic_error(std::string(control) + " ended as done though a file was not written whole");
   switch (out.ending) {
     case CommandEnding::Ran:
     case CommandEnding::Quit:

@@ -89,7 +89,8 @@ void PrintParameters(const SessionStore& S) {
   }
 }
 
-void PrintSummary(const SessionStore& S, const ConsoleDisplay& display, fs::file_time_type started) {
+void PrintSummary(const SessionStore& S, const ConsoleDisplay& display, fs::file_time_type started,
+                  const std::string& failedFile, bool ranToEnd) {
   // The console's result fields; the parameters stand in the table when Basic Run has run.
   const bool table = S.basic.BasicRunDone == "yes";
   for (const auto& field : ResultFields()) {
@@ -101,11 +102,16 @@ void PrintSummary(const SessionStore& S, const ConsoleDisplay& display, fs::file
     }
     std::cout << field.label << ": " << text << '\n';
   }
-  PrintParameters(S);
+  // After a fault the parameters are not shown: the files that hold them may not be whole.
+  if (ranToEnd) PrintParameters(S);
   if (S.identity.DataFilePath.empty()) return;
   fs::path folder = fs::path(S.identity.DataFilePath).parent_path();
   if (folder.empty()) folder = ".";
-  const auto written = FilesWrittenSince(folder, started);
+  auto written = FilesWrittenSince(folder, started);
+  // A file that could not be written whole is not among the files written.
+  const std::string failedName = failedFile.empty() ? "" : fs::path(failedFile).filename().string();
+  std::erase(written, failedName);
+  if (!failedFile.empty()) std::cout << "not written whole: " << failedFile << '\n';
   if (written.empty()) return;
   std::error_code ec;
   fs::path shown = fs::weakly_canonical(folder, ec);
@@ -173,15 +179,23 @@ int RunSession(const CliOptions& options, bool demo) {
   TerminalPrompts terminal(std::cin, std::cerr);
   ScriptedPrompts scripted(std::move(book), options.useDefaults, ::isatty(0) ? &terminal : nullptr, &display);
   std::optional<TranscriptPrompts> transcript;
-  if (transcriptFile.is_open()) transcript.emplace(scripted, transcriptFile);
+  if (transcriptFile.is_open()) transcript.emplace(scripted, transcriptFile, options.transcriptPath);
   PromptService& P = transcript ? static_cast<PromptService&>(*transcript) : scripted;
 
   const auto started = fs::file_time_type::clock::now();
   int code = kExitDone;
-  for (const auto* command : commands) {
-    // The demo's Basic Run is pressed only when A1 didn't start it itself (a Fast Run does).
-    if (demo && command->control == "cmdBasicRunA2" && S.basic.BasicRunDone == "yes") continue;
-    const CommandOutcome out = RunCommand(S, P, command->control);
+  std::string failedFile;
+  for (std::size_t k = 0; k <= commands.size(); ++k) {
+    CommandOutcome out;
+    if (k < commands.size()) {
+      const CommandInfo* command = commands[k];
+      // The demo's Basic Run is pressed only when A1 didn't start it itself (a Fast Run does).
+      if (demo && command->control == "cmdBasicRunA2" && S.basic.BasicRunDone == "yes") continue;
+      out = RunCommand(S, P, command->control);
+    } else {
+      out = EndSession(S);
+    }
+    failedFile = out.failedFile;
     if (out.SessionGoesOn()) continue;
     display.EndProgress();
     switch (out.ending) {
@@ -218,7 +232,7 @@ int RunSession(const CliOptions& options, bool demo) {
     break;
   }
   display.EndProgress();
-  PrintSummary(S, display, started);
+  PrintSummary(S, display, started, failedFile, code != kExitProgramEnd);
   if (!options.quiet && !demo && code != kExitProgramEnd) {
     for (const auto& left : scripted.book().Unused()) std::cerr << "korvan: answer not used: " << left << '\n';
   }

@@ -24,6 +24,7 @@ struct CommandOutcome {
   CommandEnding ending = CommandEnding::Ran;
   std::string title;    // the title of the message box that shows the ending
   std::string message;  // its text
+  std::string failedFile;  // a file that could not be written whole, when that ended it
   // The session goes on after it.
   bool SessionGoesOn() const { return ending == CommandEnding::Ran; }
   // The program ends as it ends on a fault (exit code 1, the message box of the console).
@@ -35,6 +36,11 @@ struct CommandOutcome {
 
 // Presses the command of that code or control name, with the console's rules: refused when it
 // isn't open now or isn't built.
+// A command that ran but left a file not whole ends as on a fault (ProgramEnd) all the same.
 CommandOutcome RunCommand(Session& S, PromptService& P, std::string_view codeOrControl);
+
+// The end of a session: the files it kept open (the flow record) are closed, and a file that
+// could not be written whole is told as RunCommand tells it.
+CommandOutcome EndSession(Session& S);
 
 }  // namespace korvan

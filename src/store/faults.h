@@ -20,6 +20,13 @@ struct ProgramEnd {
   std::string title;
 };
 
+// A file that could not be written whole (a full disk, a folder without write permission, a
+// removed drive, a quota): the program ends as on a data fault. The message names the file and
+// the system's reason; the files written before it stay as they are.
+struct WriteFault : ProgramEnd {
+  std::string file;
+};
+
 // "Quit", or "End KORVAN" at the end of a command: the session ends normally and the commands
 // after it don't run.
 struct SessionQuit {};

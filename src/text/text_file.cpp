@@ -1,17 +1,67 @@
 #include "text/text_file.h"
 
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <mutex>
 #include <utility>
 
-#include "store/faults.h"
-
 namespace korvan {
+
+namespace {
+
+// The first failure a destructor met, until it is thrown or forgotten.
+std::mutex pendingMutex;
+bool pending = false;
+WriteFault pendingFault;
+std::atomic<long> faultCount{0};
+
+std::string ReasonOf(int error) { return error ? std::strerror(error) : "the system gave no reason"; }
+
+}  // namespace
+
+WriteFault WriteFaultOf(const std::string& path, const std::string& reason) {
+  WriteFault fault;
+  fault.title = "Error in writing file";
+  fault.message = "The file " + path + " could not be written: " + reason + ".\n"
+                  "The files written before it stand as they are; this one is not whole.";
+  fault.file = path;
+  return fault;
+}
+
+void ThrowPendingWriteFault() {
+  std::lock_guard<std::mutex> lock(pendingMutex);
+  if (!pending) return;
+  pending = false;
+  throw pendingFault;
+}
+
+void ClearPendingWriteFault() {
+  std::lock_guard<std::mutex> lock(pendingMutex);
+  pending = false;
+}
+
+long WriteFaultCount() { return faultCount.load(); }
+
+TextFile::~TextFile() { CloseKeepingFault(); }
+
+void TextFile::CloseKeepingFault() noexcept {
+  if (!f_) return;
+  const std::string reason = CloseStream();
+  if (reason.empty()) return;
+  std::lock_guard<std::mutex> lock(pendingMutex);
+  if (!pending) {
+    pending = true;
+    pendingFault = WriteFaultOf(path_, reason);
+  }
+}
 
 TextFile::TextFile(TextFile&& o) noexcept
     : f_(std::exchange(o.f_, nullptr)), path_(std::move(o.path_)), column_(o.column_) {}
 
 TextFile& TextFile::operator=(TextFile&& o) noexcept {
   if (this != &o) {
-    Close();
+    CloseKeepingFault();
     f_ = std::exchange(o.f_, nullptr);
     path_ = std::move(o.path_);
     column_ = o.column_;
@@ -21,22 +71,50 @@ TextFile& TextFile::operator=(TextFile&& o) noexcept {
 
 void TextFile::Open(const std::string& path, Mode mode) {
   Close();
-  f_ = std::fopen(path.c_str(), mode == Mode::Append ? "ab" : "wb");
-  if (!f_) throw ProgramEnd{"Path/File access error: " + path, "File error"};
+  ThrowPendingWriteFault();
   path_ = path;
   column_ = 1;
+  f_ = std::fopen(path.c_str(), mode == Mode::Append ? "ab" : "wb");
+  if (!f_) Fail(errno);
+}
+
+std::string TextFile::CloseStream() {
+  std::FILE* f = std::exchange(f_, nullptr);
+  errno = 0;
+  const bool failed = std::ferror(f) != 0;
+  const int flushed = std::fflush(f);
+  const int flushError = errno;
+  const int closed = std::fclose(f);
+  if (!failed && flushed == 0 && closed == 0) return {};
+  ++faultCount;
+  return ReasonOf(flushError ? flushError : errno);
 }
 
 void TextFile::Close() {
-  if (f_) std::fclose(f_);
-  f_ = nullptr;
+  if (!f_) return;
+  const std::string reason = CloseStream();
+  if (!reason.empty()) throw WriteFaultOf(path_, reason);
+}
+
+void TextFile::Flush() {
+  if (!f_) return;
+  errno = 0;
+  if (std::fflush(f_) != 0 || std::ferror(f_)) Fail(errno);
+}
+
+void TextFile::Fail(int error) {
+  if (f_) {
+    std::fclose(std::exchange(f_, nullptr));
+  }
+  ++faultCount;
+  throw WriteFaultOf(path_, ReasonOf(error));
 }
 
 void TextFile::RawText(std::string_view s) {
   if (!f_ || s.empty()) return;
   // A file is written by one thread at a time (the bootstrap's workers write none): the
   // stream's lock is not needed.
-  fwrite_unlocked(s.data(), 1, s.size(), f_);
+  if (fwrite_unlocked(s.data(), 1, s.size(), f_) != s.size()) Fail(errno);
   const std::size_t lastNewLine = s.rfind('\n');
   if (lastNewLine == std::string_view::npos)
     column_ += static_cast<int>(s.size());

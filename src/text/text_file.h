@@ -10,12 +10,15 @@
 // commas, the line ended.
 //
 // A TextFile is closed by its destructor whatever happens, so a file always stands as far as
-// it was written.
+// it was written. Every write is checked: at the open, whenever the stream passes its buffer to
+// the system, and at the close. A failure throws WriteFault; one met by the destructor, which
+// cannot throw, is kept and thrown by the next open of any file or by ThrowPendingWriteFault.
 #include <cstdio>
 #include <string>
 #include <string_view>
 #include <type_traits>
 
+#include "store/faults.h"
 #include "text/numbers.h"
 
 namespace korvan {
@@ -31,15 +34,18 @@ class TextFile {
   enum class Mode { Output, Append };
   TextFile() = default;
   explicit TextFile(const std::string& path, Mode mode = Mode::Output) { Open(path, mode); }
-  ~TextFile() { Close(); }
+  ~TextFile();
   TextFile(const TextFile&) = delete;
   TextFile& operator=(const TextFile&) = delete;
   TextFile(TextFile&& o) noexcept;
   TextFile& operator=(TextFile&& o) noexcept;
 
-  // Opens for output or append; a path that cannot be opened ends the run (ProgramEnd).
+  // Opens for output or append; a path that cannot be opened ends the run (WriteFault).
   void Open(const std::string& path, Mode mode = Mode::Output);
+  // Closes; a file that could not be written whole ends the run (WriteFault).
   void Close();
+  // Passes what is written to the system; a failure ends the run (WriteFault).
+  void Flush();
   bool IsOpen() const { return f_ != nullptr; }
   const std::string& Path() const { return path_; }
   int Column() const { return column_; }  // 1-based column of the next character
@@ -98,9 +104,25 @@ class TextFile {
     RawText(std::string_view(buf, n));
   }
 
+  // Closes the stream; the reason when it was not written whole, else empty.
+  std::string CloseStream();
+  // Closes; a failure is kept for the next open (ThrowPendingWriteFault).
+  void CloseKeepingFault() noexcept;
+  [[noreturn]] void Fail(int error);
+
   std::FILE* f_ = nullptr;
   std::string path_;
   int column_ = 1;
 };
+
+// The message and title of a file that could not be written.
+WriteFault WriteFaultOf(const std::string& path, const std::string& reason);
+// A failure that a destructor kept is thrown now, and forgotten.
+void ThrowPendingWriteFault();
+// Forgets a kept failure (a new run of a command begins).
+void ClearPendingWriteFault();
+// Failures met since the program began (a check for the fuzz harness: no run may end as done
+// while one of its files was not written).
+long WriteFaultCount();
 
 }  // namespace korvan

@@ -2,12 +2,14 @@
 
 #include "ui/answer_book.h"
 #include "ui/msg_buttons.h"
+#include "text/text_file.h"
 
 namespace korvan {
 
 void TranscriptPrompts::Record(const std::string& key, const std::string& answer) {
   // Written at once, so that a run that stops later still leaves the answers given so far.
   out_ << key << " = " << answer << '\n' << std::flush;
+  if (!out_) throw WriteFaultOf(name_, "the stream refused it");
 }
 
 int TranscriptPrompts::MsgBox(const std::string& text, const std::string& title, int buttons,

@@ -3,6 +3,7 @@
 // as a line of an answer file, so that the run can be repeated with --answers.
 #include <ostream>
 #include <string>
+#include <utility>
 
 #include "run/prompt_service.h"
 
@@ -10,7 +11,9 @@ namespace korvan {
 
 class TranscriptPrompts : public PromptService {
  public:
-  TranscriptPrompts(PromptService& inner, std::ostream& out) : inner_(inner), out_(out) {}
+  // name: the transcript's file, named when it can't be written (WriteFault).
+  TranscriptPrompts(PromptService& inner, std::ostream& out, std::string name = "the transcript")
+      : inner_(inner), out_(out), name_(std::move(name)) {}
 
   int MsgBox(const std::string& text, const std::string& title, int buttons = kOKOnly,
              int defaultButton = 1) override;
@@ -27,6 +30,7 @@ class TranscriptPrompts : public PromptService {
 
   PromptService& inner_;
   std::ostream& out_;
+  std::string name_;
 };
 
 }  // namespace korvan

@@ -5,6 +5,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <map>
+#include <set>
 #include <sstream>
 
 #include "support/test_support.h"
@@ -165,6 +167,60 @@ TEST(CommandLine, FastRunAndTheRepeatOfItsTranscript) {
   EXPECT_EQ(twice.code, 2);
   EXPECT_NE(twice.err.find("A2. Basic Run is closed at this point of the session."), std::string::npos)
       << twice.err;
+}
+
+}  // namespace
+}  // namespace korvan
+
+namespace korvan {
+namespace {
+
+// The files of folder but those named, by name.
+std::map<std::string, std::string> FilesOf(const test::TempDir& folder, const std::set<std::string>& leaveOut) {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
+    const std::string name = entry.path().filename().string();
+    if (!leaveOut.count(name) && !entry.is_symlink()) files[name] = test::ReadFile(entry.path().string());
+  }
+  return files;
+}
+
+// A file that can't be written (a full disk, here one file led to /dev/full) ends the run as a
+// data fault does, naming the file; the files written before it stand whole.
+TEST(CommandLine, AFileThatCannotBeWrittenEndsTheRun) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no /dev/full";
+  const std::string run = FastRunAnswers() + " --answers '" KORVAN_EXAMPLES "/mite_boot.answers' --seed 3 A1 A3";
+  test::TempDir whole;
+  std::filesystem::copy_file(KORVAN_EXAMPLES "/mite.txt", whole.file("mite.txt"));
+  ASSERT_EQ(RunKorvan(whole, run).code, 0);
+  const std::set<std::string> notOutput = {"stdout.txt", "stderr.txt"};
+  const auto reference = FilesOf(whole, notOutput);
+
+  // The first file opened, one in the middle of the bootstrap's files, the last one.
+  for (const char* name : {"mite_0A_Life Table_Output.txt", "mite_Effect Boot-A2a-r.txt",
+                           "mite_0H_Boot individual counts.txt"}) {
+    test::TempDir folder;
+    std::filesystem::copy_file(KORVAN_EXAMPLES "/mite.txt", folder.file("mite.txt"));
+    std::filesystem::create_symlink("/dev/full", folder.file(name));
+    const CliResult failed = RunKorvan(folder, run);
+    EXPECT_EQ(failed.code, 1) << name;
+    EXPECT_NE(failed.err.find("Error in writing file\nThe file " + std::string(name) +
+                              " could not be written: No space left on device."),
+              std::string::npos)
+        << failed.err;
+    EXPECT_NE(failed.out.find("not written whole: " + std::string(name) + "\n"), std::string::npos) << failed.out;
+    EXPECT_EQ(failed.out.find("Population parameters"), std::string::npos) << failed.out;
+    // Every file the run wrote is the file of the whole run; no file of the reports after it.
+    const auto written = FilesOf(folder, notOutput);
+    EXPECT_LT(written.size(), reference.size()) << name;
+    for (const auto& [file, text] : written) {
+      if (file.find("_11_Bootstrap samples-") != std::string::npos) continue;  // named by the clock
+      ASSERT_TRUE(reference.count(file)) << file;
+      const auto clock = {"Date:", "Time:", "Time used", "Analyzed on:", "Bootstrap began:"};
+      EXPECT_TRUE(LinesWithout(text, clock) == LinesWithout(reference.at(file), clock))
+          << name << " left " << file << " not whole";
+    }
+  }
 }
 
 }  // namespace
