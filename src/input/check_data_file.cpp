@@ -5,6 +5,7 @@
 #include <string>
 
 #include "store/faults.h"
+#include "store/limits.h"
 #include "text/numbers.h"
 
 namespace korvan {
@@ -28,6 +29,21 @@ int ReadInt16(FieldReader& in) { return CInt16(in.ReadNumber()); }
   throw ProgramEnd{message, title};
 }
 
+// Where a record of the file went beyond one of the fixed bounds, for the user to mend it.
+std::string BeyondBound(const std::string& array, int individual, int cohortSize) {
+  const std::string who = "Individual no. " + Num(individual) + ": ";
+  if (array == "Fecundity")
+    return who + "the fecundity list goes beyond day " + Num(kMaxAge) + " of adult life, the last day allowed.";
+  if (array == "StageDuration") return who + "more stage durations than the " + Num(kMaxStage) + " stages allowed.";
+  return who + "the 4th line gives " + Num(cohortSize) + " individuals; a cohort may have at most " +
+         Num(kMaxIndividual) + ".";
+}
+
+std::string BeyondBoundInHead(const std::string& array) {
+  if (array == "TypeCode") return "The head of the file has more types than the " + Num(kMaxType) + " allowed.";
+  return "The head of the file has more stages than the " + Num(kMaxStage) + " allowed.";
+}
+
 }  // namespace
 
 void CheckDataFile::CheckDataFile2() {
@@ -37,7 +53,11 @@ void CheckDataFile::CheckDataFile2() {
   S.header.FileMaleCount = 0;
   S.header.FileNCount = 0;
 
-  CheckHead();
+  try {
+    CheckHead();
+  } catch (const SubscriptFault& fault) {
+    throw SubscriptFault(fault.array, BeyondBoundInHead(fault.array));
+  }
   AskRearingCost();
   CheckSpecialGroup();
   CheckIndividuals();
@@ -122,7 +142,13 @@ void CheckDataFile::CheckSpecialGroup() {
 }
 
 void CheckDataFile::CheckIndividuals() {
-  for (int i = 1; i <= W.cohort.CohortSize; ++i) CheckIndividual(i);
+  for (int i = 1; i <= W.cohort.CohortSize; ++i) {
+    try {
+      CheckIndividual(i);
+    } catch (const SubscriptFault& fault) {
+      throw SubscriptFault(fault.array, BeyondBound(fault.array, i, W.cohort.CohortSize));
+    }
+  }
 }
 
 void CheckDataFile::CheckIndividual(int i) {

@@ -11,6 +11,9 @@ class SubscriptFault : public std::out_of_range {
  public:
   explicit SubscriptFault(const std::string& arrayName)
       : std::out_of_range("Subscript out of range: " + arrayName), array(arrayName) {}
+  // The same fault told with the place in the user's file that went beyond the bound.
+  SubscriptFault(const std::string& arrayName, const std::string& where)
+      : std::out_of_range("Subscript out of range: " + arrayName + "\n" + where), array(arrayName) {}
   std::string array;
 };
 

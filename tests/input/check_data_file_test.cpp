@@ -349,3 +349,35 @@ TEST(CheckDataFile, BoundsOfTheStore) {
 
 }  // namespace
 }  // namespace korvan
+
+namespace korvan {
+namespace {
+
+// A file beyond one of the fixed bounds keeps the run-time error 9 ending, which now says
+// which individual, which field and which bound.
+TEST(CheckDataFile, BeyondTheBoundsTheFaultSaysWhere) {
+  auto where = [](const std::string& text) -> std::string {
+    try {
+      Check(text);
+    } catch (const SubscriptFault& fault) {
+      return fault.what();
+    }
+    return "(no fault)";
+  };
+  std::string longLife = Head(1, 2) + "1,F,2,580\n";
+  for (int day = 1; day <= 581; ++day) longLife += "1,";
+  longLife += "-1\n";
+  EXPECT_EQ(where(longLife), "Subscript out of range: Fecundity\nIndividual no. 1: the fecundity list goes beyond "
+                             "day 575 of adult life, the last day allowed.");
+  std::string many = Head(391, 2);
+  for (int i = 1; i <= 391; ++i) many += std::to_string(i) + ",M,2,3\n";
+  EXPECT_EQ(where(many), "Subscript out of range: IndividualNo\nIndividual no. 391: the 4th line gives 391 "
+                         "individuals; a cohort may have at most 390.");
+  std::string stages = "Project: Check\nTester\nLab 25C\n1\n1, 16\nF";
+  for (int j = 1; j <= 16; ++j) stages += ",S" + std::to_string(j);
+  EXPECT_EQ(where(stages + "\nS1,S2\n"),
+            "Subscript out of range: StageName\nThe head of the file has more stages than the 13 allowed.");
+}
+
+}  // namespace
+}  // namespace korvan
