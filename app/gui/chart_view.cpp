@@ -5,6 +5,7 @@
 #include <QBarSet>
 #include <QCategoryAxis>
 #include <QChart>
+#include <QFile>
 #include <QFileDialog>
 #include <QLineSeries>
 #include <QMessageBox>
@@ -229,7 +230,12 @@ void ChartView::SaveWithDialog() {
   if (!path.endsWith(".png", Qt::CaseInsensitive) && !path.endsWith(".svg", Qt::CaseInsensitive)) {
     path += chosen.contains("svg") ? ".svg" : ".png";
   }
-  if (!Save(path)) QMessageBox::warning(this, "Save chart", "The chart could not be saved as " + path + ".");
+  if (!Save(path)) {
+    // The image writer gives no reason: the file opened for writing tells the system's.
+    QFile probe(path);
+    const QString reason = probe.open(QIODevice::WriteOnly) ? QString("the image could not be written") : probe.errorString();
+    QMessageBox::warning(this, "Error in writing file", "The chart could not be saved as " + path + ": " + reason + ".");
+  }
 }
 
 void ChartView::mouseReleaseEvent(QMouseEvent* event) {
