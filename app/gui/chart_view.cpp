@@ -5,8 +5,8 @@
 #include <QBarSet>
 #include <QCategoryAxis>
 #include <QChart>
-#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineSeries>
 #include <QMessageBox>
 #include <QMouseEvent>
@@ -231,9 +231,11 @@ void ChartView::SaveWithDialog() {
     path += chosen.contains("svg") ? ".svg" : ".png";
   }
   if (!Save(path)) {
-    // The image writer gives no reason: the file opened for writing tells the system's.
-    QFile probe(path);
-    const QString reason = probe.open(QIODevice::WriteOnly) ? QString("the image could not be written") : probe.errorString();
+    // The image writer gives no reason of its own.
+    const QFileInfo folder(QFileInfo(path).absolutePath());
+    const QString reason = !folder.exists()       ? QString("the folder does not exist")
+                           : !folder.isWritable() ? QString("the folder can't be written")
+                                                  : QString("the image could not be written whole");
     QMessageBox::warning(this, "Error in writing file", "The chart could not be saved as " + path + ": " + reason + ".");
   }
 }
