@@ -5,6 +5,7 @@
 // One include per family of built commands.
 #include "commands/basic_run_driver.h"
 #include "commands/bootstrap_driver.h"
+#include "commands/curtailed_r_command.h"
 #include "commands/paired_test_commands.h"
 #include "commands/read_data_a1.h"
 #include "commands/spec_boot_sample.h"
@@ -33,6 +34,7 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
       {"cmdPairedBootTest", Run<PairedTestCommands, &PairedTestCommands::cmdPairedBootTest_Click>},
       {"cmdPBTPooled", Run<PairedTestCommands, &PairedTestCommands::cmdPBTPooled_Click>},
+      {"cmdCurtailedR", Run<CurtailedRCommand, &CurtailedRCommand::cmdCurtailedR_Click>},
       {"cmdWriteSpeLifeTable", Run<SpecBootSampleCommand, &SpecBootSampleCommand::cmdWriteSpeLifeTable_Click>},
   };
   return handlers;

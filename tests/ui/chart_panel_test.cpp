@@ -12,6 +12,7 @@
 #include "ui/chart_figures.h"
 #include "commands/command_handlers.h"
 #include "ui/command_table.h"
+#include "commands/run_command.h"
 #include "ui/console_texts.h"
 #include "ui/scripted_prompts.h"
 
@@ -32,7 +33,7 @@ struct MiteSession {
   std::unique_ptr<Session> store = std::make_unique<Session>();
   Session& S = *store;
   std::unique_ptr<ChartRecorder> P;
-  MiteSession() {
+  explicit MiteSession(const std::string& moreAnswers = "") {
     const std::string data = dir.file("mite.txt");
     std::filesystem::copy_file(std::string(KORVAN_EXAMPLES) + "/mite.txt", data);
     P = std::make_unique<ChartRecorder>(
@@ -41,7 +42,8 @@ struct MiteSession {
                              "Do you need only the basic output (0A) and figure files? = No\n"
                              "Fast run for two-sex or parthenogenetic population? = Cancel\n"
                              "Do you need flow record? = No\n"
-                             "Do you need the contribution of this life table to intrinsic rate? = No\n"),
+                             "Do you need the contribution of this life table to intrinsic rate? = No\n" +
+                             moreAnswers),
         true);
     S.StartUp();
     SetStartUpConsole(S.console);
@@ -159,6 +161,21 @@ TEST(ChartPanel, AgeLabelsFollowTheTimeUnit) {
   // Only the exact fractions divide: any other time unit leaves the age as it is.
   EXPECT_EQ(AgeRowLabel(10, 2), "10");
   EXPECT_EQ(AgeRowLabel(10, 0.33), "10");
+}
+
+// "Curtailed r" opens after a Basic Run that asked for the effect of reduced f(x,j), and shows
+// the curtailed rates that run computed.
+TEST(ChartPanel, CurtailedRCommandShowsTheRunsCurtailedRates) {
+  MiteSession plain;
+  EXPECT_EQ(RunCommand(plain.S, *plain.P, "cmdCurtailedR").ending, CommandEnding::Refused);
+  MiteSession s("More option (Yes or No)? = Yes\n");
+  const CommandOutcome out = RunCommand(s.S, *s.P, "cmdCurtailedR");
+  ASSERT_EQ(out.ending, CommandEnding::Ran) << out.message;
+  const ChartPanel& c = s.P->shown.back();
+  EXPECT_EQ(c.figure, "ShowCurtailedR");
+  ASSERT_EQ(c.Columns(), 1);
+  EXPECT_GT(c.Rows(), 10);
+  for (int a = 0; a < c.Rows(); ++a) EXPECT_EQ(c.series[0].values[static_cast<std::size_t>(a)], s.S.params.CurtailedRate(a));
 }
 
 TEST(ChartPanel, ClickCycleAndGraphCommands) {
