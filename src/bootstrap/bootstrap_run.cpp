@@ -154,6 +154,7 @@ void BootstrapRun::RunSampleLoop() {
           const std::int8_t label = R.BootEffectLabel(b);
           if (label == kLabelEffective) {
             chain.RunEngine();
+            chain.FileReplicate();
             if (b == 1) {
               sampleOneAnalysed = true;
               for (int x = 0; x < kAges; ++x) {

@@ -7,6 +7,7 @@
 namespace korvan {
 
 void ReplicateChain::RunEngine() {
+  W.boot.sample.Clear();
   LifeTableEngine life(S, P, W);
   StageStatsEngine stats(S, P, W);
   life.Life01();
@@ -27,6 +28,53 @@ void ReplicateChain::RunEngine() {
   }
   // Predation rates are a side analysis the program doesn't carry.
   stats.APOPandTPOPforBoot();
+}
+
+void ReplicateChain::FileReplicate() {
+  const long b = static_cast<long>(W.run.Boot);
+  const ReplicateRecord& rec = W.boot.sample;
+  BootstrapRecord& R = S.boot;
+  R.BootR(b) = rec.r;
+  R.BootLambda(b) = rec.lambda;
+  R.BootR0(b) = rec.R0;
+  R.BootT(b) = rec.T;
+  R.BootGRR(b) = rec.GRR;
+  R.BootBirthRate(b) = rec.BirthRate;
+  R.BootSurvivalRate(b) = rec.SurvivalRate;
+  R.BootDeathRate(b) = rec.DeathRate;
+  R.BootFirstVxjAge(b) = rec.FirstVxjAge;
+  R.BootFirstFxjAge(b) = rec.FirstFxjAge;
+  R.BootPeakVxj(b) = rec.PeakVxj;
+  R.BootPeakVxjAge(b) = rec.PeakVxjAge;
+  R.BootAPOP(b) = rec.APOP;
+  R.BootTPOP(b) = rec.TPOP;
+  R.BootReproductiveFemales(b) = rec.ReproductiveFemales;
+  R.BootLongevity(b) = rec.Longevity;
+  R.BootOviDays(b) = rec.OviDays;
+  R.BootOviPeriod(b) = rec.OviPeriod;
+
+  // The stages the engine reaches: the means 1..m, the moves on 1..m - 1, the shares of the
+  // stable distribution and of the deaths 1..m + 1 (the second adult stage).
+  LifeTableBootLists& L = S.lifeTable.BootLists();
+  const int m = S.header.StageCount;
+  for (int j = 1; j <= m + 1; ++j) {
+    R.BootSsd(j, b) = rec.Ssd(j);
+    L.BootStageDeathProb(j, b) = rec.StageDeathProb(j);
+    if (j > m) continue;
+    L.BootStageMean(j, b) = rec.StageMean(j);
+    L.BootCumMean(j, b) = rec.CumMean(j);
+    if (j < m) L.BootStageToNext(j, b) = rec.StageToNext(j);
+    for (int t = 1; t <= S.header.TypeCount; ++t) {
+      L.BootTypeStageMean(t, j, b) = rec.TypeStageMean(t, j);
+      L.BootTypeCumMean(t, j, b) = rec.TypeCumMean(t, j);
+    }
+  }
+  L.BootPreadultSurvival(b) = rec.PreadultSurvival;
+  L.BootLxAtSpecificAge(b) = rec.LxAtSpecificAge;
+  L.BootMedianAge(b) = rec.MedianAge;
+  L.BootSpecificSurvivalAge(b) = rec.SpecificSurvivalAge;
+  L.BootPreadultDeathProb(b) = rec.PreadultDeathProb;
+  L.BootPreadultSurvivalByDeaths(b) = rec.PreadultSurvivalByDeaths;
 }
 
 AccumulatorRefs AccumulatorsOf(Workspace& W) {

@@ -5,11 +5,14 @@
 
 namespace korvan {
 
-// Steps 4 to 8 of the loop body: the engine's twins on the sample in the workspace.
+// Steps 4 to 8 of the loop body: the engine's twins on the sample in the workspace, which fill
+// the workspace only; then the chain files the replicate's values into the per-sample lists at
+// its number (no two workers hold the same number).
 class ReplicateChain : public Procedures {
  public:
   using Procedures::Procedures;
   void RunEngine();
+  void FileReplicate();
 };
 
 // The accumulators of a workspace, wherever the engine keeps them.

@@ -82,12 +82,12 @@ void StageStatsEngine::APOPandTPOPforBoot() {
     count += 1;
   }
   w.ReproductiveFemaleCount = static_cast<int>(reproductive);
-  const long b = static_cast<long>(W.run.Boot);
+  auto& rec = W.boot.sample;
   if (count > 0) {
-    S.boot.BootAPOP(b) = aSum / count;
-    S.boot.BootTPOP(b) = tSum / count;
+    rec.APOP = aSum / count;
+    rec.TPOP = tSum / count;
   }
-  S.boot.BootReproductiveFemales(b) = static_cast<double>(reproductive);
+  rec.ReproductiveFemales = static_cast<double>(reproductive);
 }
 
 void StageStatsEngine::PrintAPOPandTPOP() {

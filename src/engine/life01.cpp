@@ -47,7 +47,7 @@ void LifeTableEngine::Life01Gosub100() {
     L.StageSurvivors(j) = count;
     if (!ApplyStatistics(s, q, count, L.StageMean(j), L.StageVariance(j), L.StageSD(j))) continue;
     if (boot > 0) {
-      S.lifeTable.BootLists().BootStageMean(j, static_cast<long>(boot)) = L.StageMean(j);
+      W.boot.sample.StageMean(j) = L.StageMean(j);
     } else {
       S.lifeTable.OriginalStageMean(j) = L.StageMean(j);
       S.lifeTable.OriginalStageSurvivors(j) = count;
@@ -78,7 +78,7 @@ void LifeTableEngine::Life01Gosub290() {
     if (boot == 0) S.lifeTable.OriginalCumSurvivors(j) = count;
     if (!ApplyStatistics(s, q, count, L.CumMean(j), L.CumVariance(j), L.CumSD(j))) continue;
     if (boot > 0) {
-      S.lifeTable.BootLists().BootCumMean(j, static_cast<long>(boot)) = L.CumMean(j);
+      W.boot.sample.CumMean(j) = L.CumMean(j);
     } else {
       S.lifeTable.OriginalCumMean(j) = L.CumMean(j);
       if (j == m - 1) S.lifeTable.PreadultMeanTime = L.CumMean(j);
@@ -87,7 +87,7 @@ void LifeTableEngine::Life01Gosub290() {
 
   L.PreadultSurvival = static_cast<double>(L.CumSurvivors(m - 1 < 0 ? 0 : m - 1)) / N;
   if (boot > 0)
-    S.lifeTable.BootLists().BootPreadultSurvival(static_cast<long>(boot)) = L.PreadultSurvival;
+    W.boot.sample.PreadultSurvival = L.PreadultSurvival;
   else
     S.lifeTable.PreadultSurvivalOriginal = L.PreadultSurvival;
 
@@ -164,8 +164,8 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
       ApplyStatistics(s, q, count, means(t, j), variances(t, j), sds(t, j));
       auto& R = S.lifeTable;
       if (boot > 0) {
-        auto& B = R.BootLists();
-        (cumulative ? B.BootTypeCumMean : B.BootTypeStageMean)(t, j, static_cast<long>(boot)) = means(t, j);
+        auto& rec = W.boot.sample;
+        (cumulative ? rec.TypeCumMean : rec.TypeStageMean)(t, j) = means(t, j);
       } else {
         (cumulative ? R.OriginalTypeCumCount : R.OriginalTypeStageCount)(t, j) = count;
         (cumulative ? R.OriginalTypeCumMean : R.OriginalTypeStageMean)(t, j) = means(t, j);

@@ -82,7 +82,7 @@ void LifeTableEngine::Life04Gosub0290() {
       if (boot == 0)
         S.lifeTable.LxAtSpecificAge = T.Lx(x);
       else
-        S.lifeTable.BootLists().BootLxAtSpecificAge(static_cast<long>(boot)) = T.Lx(x);
+        W.boot.sample.LxAtSpecificAge = T.Lx(x);
     }
     if (boot == 0) S.basic.OriginalLx(x) = T.Lx(x);
     if (T.Lx(x) == 0) {
@@ -102,11 +102,10 @@ void LifeTableEngine::Life04Gosub0290() {
   L.PreadultDeathProb = preadult;
   L.PreadultSurvivalByDeaths = 1 - preadult;
   if (boot > 0) {
-    auto& B = S.lifeTable.BootLists();
-    const long b = static_cast<long>(boot);
-    B.BootPreadultDeathProb(b) = preadult;
-    B.BootPreadultSurvivalByDeaths(b) = 1 - preadult;
-    for (int j = 1; j <= m + 1; ++j) B.BootStageDeathProb(j, b) = L.StageDeathProb(j);
+    auto& rec = W.boot.sample;
+    rec.PreadultDeathProb = preadult;
+    rec.PreadultSurvivalByDeaths = 1 - preadult;
+    for (int j = 1; j <= m + 1; ++j) rec.StageDeathProb(j) = L.StageDeathProb(j);
   } else {
     S.lifeTable.OriginalPreadultDeathProb = preadult;
     for (int j = 1; j <= m + 1; ++j) S.lifeTable.OriginalStageDeathProb(j) = L.StageDeathProb(j);
@@ -147,11 +146,9 @@ void LifeTableEngine::MedianAndSpecificAges() {
     if (strictlyAbove ? l > level : l >= level) out = TimeUnitToDaysWithHalf(last, tu);
   };
   if (boot > 0) {
-    auto& B = S.lifeTable.BootLists();
-    const long b = static_cast<long>(boot);
-    ageAt(0.5, false, B.BootMedianAge(b));
-    if (S.settings.SpecificSurvival != 0.5)
-      ageAt(S.settings.SpecificSurvival, true, B.BootSpecificSurvivalAge(b));
+    auto& rec = W.boot.sample;
+    ageAt(0.5, false, rec.MedianAge);
+    if (S.settings.SpecificSurvival != 0.5) ageAt(S.settings.SpecificSurvival, true, rec.SpecificSurvivalAge);
   } else {
     ageAt(0.5, false, S.lifeTable.MedianAge);
     if (S.settings.SpecificSurvival != 0.5)
@@ -216,7 +213,7 @@ void LifeTableEngine::StageRates() {
   L.StageToNext(m + 1) = 0;
   for (int j = 1; j <= m - 1; ++j) {
     if (boot > 0)
-      S.lifeTable.BootLists().BootStageToNext(j, static_cast<long>(boot)) = L.StageToNext(j);
+      W.boot.sample.StageToNext(j) = L.StageToNext(j);
     else
       S.lifeTable.OriginalStageToNext(j) = L.StageToNext(j);
   }

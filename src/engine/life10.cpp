@@ -232,7 +232,7 @@ void StageStatsEngine::Life10boot() {
   }
   W.lifeTable.LongevityCount = c.CohortSize + 1;
   ApplyStatisticsRule(w.LongevityAll, sum, sumSquares, c.CohortSize);
-  S.boot.BootLongevity(static_cast<long>(W.run.Boot)) = w.LongevityAll.mean;
+  W.boot.sample.Longevity = w.LongevityAll.mean;
 }
 
 }  // namespace korvan

@@ -347,7 +347,7 @@ void ParameterEngine::CalculusParameters(Twin twin) {
   // The rest of the parameters, filed by the kind of pass.
   if (W.params.JackNo > 0 || W.run.Boot > 0) {
     FileResampledParameters(twin != Twin::NandF);
-    if (twin == Twin::Boot && ResampleKind() == "b" && S.boot.BootLambda(BootIndex()) != std::exp(p.r))
+    if (twin == Twin::Boot && ResampleKind() == "b" && W.boot.sample.lambda != std::exp(p.r))
       throw ProgramEnd{"", ""};
   } else {
     KeepBasicParameters();
@@ -443,14 +443,14 @@ void ParameterEngine::Life05Gosub90Then1080BootBSDrate() {
   auto& p = W.params;
   const double tu = S.settings.TimeUnit;
   const double a0 = p.Ax(0);
-  const long b = BootIndex();
   if (tu == 1) {
     p.BirthRate = p.lambda * a0;
     p.SurvivalRate = (1 - a0) * p.lambda;
     p.DeathRate = 1 - p.SurvivalRate;
-    S.boot.BootBirthRate(b) = p.BirthRate;
-    S.boot.BootSurvivalRate(b) = p.SurvivalRate;
-    S.boot.BootDeathRate(b) = p.DeathRate;
+    auto& rec = W.boot.sample;
+    rec.BirthRate = p.BirthRate;
+    rec.SurvivalRate = p.SurvivalRate;
+    rec.DeathRate = p.DeathRate;
     return;
   }
   if (tu == 0.5 || tu == 0.3 || tu == 0.25 || tu == 0.2 || tu == 0.16) {
@@ -459,9 +459,10 @@ void ParameterEngine::Life05Gosub90Then1080BootBSDrate() {
     p.DeathRateStep = 1 - p.SurvivalRateStep;
   }
   // Away from a time unit of 1 every replicate carries the Basic Run's rates.
-  S.boot.BootBirthRate(b) = S.params.BirthRateStep;
-  S.boot.BootSurvivalRate(b) = S.params.SurvivalRateStep;
-  S.boot.BootDeathRate(b) = S.params.DeathRateStep;
+  auto& rec = W.boot.sample;
+  rec.BirthRate = S.params.BirthRateStep;
+  rec.SurvivalRate = S.params.SurvivalRateStep;
+  rec.DeathRate = S.params.DeathRateStep;
 }
 
 // ---------------------------------------------------------------------------------------
@@ -487,7 +488,7 @@ void ParameterEngine::FileResampledR(bool countNegative) {
     S.params.JackR(p.JackNo) = p.r;
     S.params.JackPseudoR(p.JackNo) = (n + 1) * S.params.R_Basic - n * p.r;
   } else if (ResampleKind() == "b") {
-    S.boot.BootR(BootIndex()) = p.r;
+    W.boot.sample.r = p.r;
     if (countNegative && p.r < 0) ++W.boot.BootNegRCount;
   }
 }
@@ -502,11 +503,11 @@ void ParameterEngine::FileResampledParameters(bool countLowRates) {
     S.params.JackLambda(p.JackNo) = p.lambda;
     S.params.JackGRR(p.JackNo) = p.GRR;
   } else if (ResampleKind() == "b") {
-    const long b = BootIndex();
-    S.boot.BootR0(b) = p.R0;
-    S.boot.BootT(b) = p.T;
-    S.boot.BootLambda(b) = p.lambda;
-    S.boot.BootGRR(b) = p.GRR;
+    auto& rec = W.boot.sample;
+    rec.R0 = p.R0;
+    rec.T = p.T;
+    rec.lambda = p.lambda;
+    rec.GRR = p.GRR;
     if (countLowRates) {
       if (p.R0 > 0 && p.R0 < 1) ++W.boot.BootR0Below1Count;
       if (p.lambda < 1) ++W.boot.BootLambdaBelow1Count;

@@ -156,29 +156,29 @@ void ParameterEngine::FemaleFiguresBoot() {
   const auto& lt = W.lifeTable;
   const double tu = S.settings.TimeUnit;
   const int f = S.header.StageCount;
-  const long b = BootIndex();
+  auto& rec = W.boot.sample;
   const int first = lt.StageFirstAge(f), last = lt.StageLastAge(f);
   for (int x = first; x <= last; ++x) {
     if (p.Vxj(x, f) > 0) {
-      S.boot.BootFirstVxjAge(b) = x;
+      rec.FirstVxjAge = x;
       break;
     }
   }
   for (int x = first; x <= last; ++x) {
     if (t.Fxj(x, f) > 0) {
-      S.boot.BootFirstFxjAge(b) = x;
+      rec.FirstFxjAge = x;
       break;
     }
   }
-  double peakAge = S.boot.BootPeakVxjAge(b);
+  double peakAge = rec.PeakVxjAge;
   for (int x = first; x <= last; ++x) {
-    if (p.Vxj(x, f) > S.boot.BootPeakVxj(b)) {
-      S.boot.BootPeakVxj(b) = p.Vxj(x, f);
+    if (p.Vxj(x, f) > rec.PeakVxj) {
+      rec.PeakVxj = p.Vxj(x, f);
       peakAge = x;
     }
   }
-  S.boot.BootPeakVxjAge(b) = CInt16(ConvertExponentFull(peakAge, tu));
-  S.boot.BootFirstVxjAge(b) = S.boot.BootFirstVxjAge(b) * tu;
+  rec.PeakVxjAge = CInt16(ConvertExponentFull(peakAge, tu));
+  rec.FirstVxjAge = rec.FirstVxjAge * tu;
 }
 
 }  // namespace korvan

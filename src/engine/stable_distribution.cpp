@@ -211,11 +211,10 @@ void ParameterEngine::StableTables() {
   const int last = W.tables.LastAge;
   const double tu = S.settings.TimeUnit;
   if (W.run.Boot > 0) {
-    const long b = BootIndex();
     for (int j = 1; j <= m + 1; ++j) {
       double sum = 0;
       for (int x = 0; x <= last; ++x) sum += p.Bxj(x, j);
-      S.boot.BootSsd(j, b) = sum;
+      W.boot.sample.Ssd(j) = sum;
     }
     return;
   }

@@ -141,7 +141,7 @@ void StageStatsEngine::CountOvipositionDays() {
   if (w.TotalOviDays != 0 && W.run.Boot == 0) S.stageStats.FecundityPerOviDay = eggs / w.TotalOviDays;
   w.NoOviDaysFlag = w.ReproductiveFemaleCount == 0 ? "Yes" : "No";
   ApplyStatisticsRule(w.OviDaysStat, sum, sumSquares, w.ReproductiveFemaleCount);
-  S.boot.BootOviDays(static_cast<long>(W.run.Boot)) = w.OviDaysStat.mean;
+  W.boot.sample.OviDays = w.OviDaysStat.mean;
   if (c.CohortSize != 0) w.ReproductiveFraction = static_cast<double>(w.ReproductiveFemaleCount) / c.CohortSize;
 }
 
@@ -289,7 +289,7 @@ void StageStatsEngine::CountOvipositionPeriodCore() {
   }
   w.NoOviPeriodFlag = n == 0 ? "Yes" : "No";
   ApplyStatisticsRule(w.OviPeriodStat, sum, sumSquares, n);
-  S.boot.BootOviPeriod(static_cast<long>(W.run.Boot)) = w.OviPeriodStat.mean;
+  W.boot.sample.OviPeriod = w.OviPeriodStat.mean;
   w.OviPeriodMeanRounded = static_cast<std::int16_t>(CInt(w.OviPeriodStat.mean));
 }
 

@@ -97,8 +97,47 @@ struct BootSummary {
 };
 
 // ---------------------------------------------------------------------------------------
+// What one replicate leaves for the per-sample lists: the engine's pass fills it in its own
+// workspace, and the replicate chain files it into the lists at the sample's number. Cleared
+// before every pass, so that a value the pass doesn't reach is 0, as the lists start.
+struct ReplicateRecord {
+  using StageDbl = Vec<double, 0, kMaxStage>;
+  double r = 0, lambda = 0, R0 = 0, T = 0, GRR = 0;
+  double BirthRate = 0, SurvivalRate = 0, DeathRate = 0;  // at the stable age-stage distribution
+  double FirstVxjAge = 0, FirstFxjAge = 0, PeakVxj = 0;
+  std::int16_t PeakVxjAge = 0;
+  double APOP = 0, TPOP = 0, ReproductiveFemales = 0;
+  double Longevity = 0, OviDays = 0, OviPeriod = 0;
+  StageDbl Ssd{"ReplicateSsd"};
+  // The life table of the sample.
+  StageDbl StageMean{"ReplicateStageMean"}, CumMean{"ReplicateCumMean"};
+  double PreadultSurvival = 0;
+  Mat<double, kMaxType, kMaxStage> TypeStageMean{"ReplicateTypeStageMean"}, TypeCumMean{"ReplicateTypeCumMean"};
+  double LxAtSpecificAge = 0, MedianAge = 0, SpecificSurvivalAge = 0;
+  double PreadultDeathProb = 0, PreadultSurvivalByDeaths = 0;
+  StageDbl StageDeathProb{"ReplicateStageDeathProb"}, StageToNext{"ReplicateStageToNext"};
+
+  void Clear() {
+    r = lambda = R0 = T = GRR = 0;
+    BirthRate = SurvivalRate = DeathRate = 0;
+    FirstVxjAge = FirstFxjAge = PeakVxj = 0;
+    PeakVxjAge = 0;
+    APOP = TPOP = ReproductiveFemales = 0;
+    Longevity = OviDays = OviPeriod = 0;
+    PreadultSurvival = LxAtSpecificAge = MedianAge = SpecificSurvivalAge = 0;
+    PreadultDeathProb = PreadultSurvivalByDeaths = 0;
+    for (StageDbl* v : {&Ssd, &StageMean, &CumMean, &StageDeathProb, &StageToNext}) v->Fill(0);
+    TypeStageMean.Fill(0);
+    TypeCumMean.Fill(0);
+  }
+};
+
+// ---------------------------------------------------------------------------------------
 // Overwritten by every pass of the engine (lives in a Workspace, one per worker).
 struct BootstrapWork {
+  // The replicate in hand, for the per-sample lists.
+  ReplicateRecord sample;
+
   // The sample in hand: each position's total eggs (0 for a non-female) and their sum.
   Vec<double, 0, kMaxIndividual> SampleIndividualFecundity{"SampleIndividualFecundity"};
   std::int32_t SampleFecunditySum = 0;

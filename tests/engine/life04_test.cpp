@@ -2,6 +2,7 @@
 // expectancy e(x,j) and e(x), matrix E and its files.
 #include <gtest/gtest.h>
 
+#include "bootstrap/replicate_chain.h"
 #include "support/cohort.h"
 #include "support/fake_prompts.h"
 #include "engine/life_table_engine.h"
@@ -122,15 +123,19 @@ TEST(Survival, ReplicatesFileTheirResultsUnderTheirNumberAndSumLx) {
   S.ws.run.ResampleKind = "b";
   // Replicate 1: l = 1, 1, .5, .5 (LastAge 3). Replicate 2: l = 1, .5 (LastAge 1).
   LoadCohort(S, 1, {{"F", {2}, {}}, {"F", {4}, {}}});
+  ReplicateChain chain(S, P);
   S.ws.run.Boot = 1;
   E.Life01();
   E.Life03();
   E.Life04();
+  chain.FileReplicate();
   LoadCohort(S, 1, {{"F", {1}, {}}, {"F", {2}, {}}});
   S.ws.run.Boot = 2;
+  S.ws.boot.sample.Clear();
   E.Life01();
   E.Life03();
   E.Life04();
+  chain.FileReplicate();
   auto& B = S.lifeTable.BootLists();
   EXPECT_DOUBLE_EQ(B.BootLxAtSpecificAge(1), 1);
   EXPECT_DOUBLE_EQ(B.BootLxAtSpecificAge(2), 0.5);
