@@ -8,8 +8,10 @@ namespace korvan {
 
 void ReplicateChain::RunEngine() {
   W.boot.sample.Clear();
-  LifeTableEngine life(S, P, W);
-  StageStatsEngine stats(S, P, W);
+  // The engine sees the session read-only: a worker writes its own workspace alone.
+  const Session& session = S;
+  LifeTableEngine life(session, S.channels, P, W);
+  StageStatsEngine stats(session, S.channels, P, W);
   life.Life01();
   life.Life02();
   stats.CountOvipositionDays();
@@ -18,7 +20,7 @@ void ReplicateChain::RunEngine() {
   stats.Life10boot();
   life.Life03();
   life.Life04();
-  ParameterEngine params(S, P, W);
+  ParameterEngine params(session, S.channels, P, W);
   if (S.options.AnalysisMethod == "Calculus") {
     params.Life05();
     params.Life05a();

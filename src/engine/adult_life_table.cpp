@@ -21,7 +21,7 @@ const char* kAdultAgeWarning = "Notewell! This age-specific life table is calcul
 void StageStatsEngine::CalculateAdultLifeTable() {
   Flow("CalculateAdultLifeTable");
   const auto& w = W.stageStats;
-  auto& r = S.stageStats;
+  auto& r = Keep().stageStats;  // a Basic Run's
   const double tu = TimeUnit();
   const int maxAge = w.MaxFemaleAdultAge;
   for (int t = 1; t <= maxAge; ++t) {

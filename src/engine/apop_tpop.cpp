@@ -47,8 +47,8 @@ void StageStatsEngine::APOPandTPOP() {
   ApplyStatisticsRule(w.ApopStat, aSum, aSq, count);
   ApplyStatisticsRule(w.TpopStat, tSum, tSq, count);
   if (W.run.Boot == 0) {
-    S.stageStats.ApopBasic = w.ApopStat.mean;
-    S.stageStats.TpopBasic = w.TpopStat.mean;
+    Keep().stageStats.ApopBasic = w.ApopStat.mean;
+    Keep().stageStats.TpopBasic = w.TpopStat.mean;
   }
 }
 
@@ -95,7 +95,7 @@ void StageStatsEngine::PrintAPOPandTPOP() {
   const auto& w = W.stageStats;
   const auto& c = W.cohort;
   if (w.AdultFemaleCount == 0) return;
-  TextFile& out = S.channels.MainOutput;
+  TextFile& out = C.MainOutput;
   const std::string rule(35, '-');
   const bool wholeUnit = TimeUnit() == 1;
   auto shown = [&](double v) { return wholeUnit ? v : RoundDisplay(v, 2); };
@@ -143,8 +143,8 @@ void StageStatsEngine::PrintAPOPandTPOP() {
   out.Print("");
 }
 
-void StageStatsEngine::NewPage() { NewMainPage(S.channels); }
+void StageStatsEngine::NewPage() { NewMainPage(C); }
 
-int StageStatsEngine::NextTable() { return ++S.channels.MainTableNumber; }
+int StageStatsEngine::NextTable() { return ++C.MainTableNumber; }
 
 }  // namespace korvan

@@ -49,8 +49,8 @@ void LifeTableEngine::Life01Gosub100() {
     if (boot > 0) {
       W.boot.sample.StageMean(j) = L.StageMean(j);
     } else {
-      S.lifeTable.OriginalStageMean(j) = L.StageMean(j);
-      S.lifeTable.OriginalStageSurvivors(j) = count;
+      Keep().lifeTable.OriginalStageMean(j) = L.StageMean(j);
+      Keep().lifeTable.OriginalStageSurvivors(j) = count;
     }
   }
 }
@@ -75,13 +75,13 @@ void LifeTableEngine::Life01Gosub290() {
       ++count;
     }
     L.CumSurvivors(j) = count;
-    if (boot == 0) S.lifeTable.OriginalCumSurvivors(j) = count;
+    if (boot == 0) Keep().lifeTable.OriginalCumSurvivors(j) = count;
     if (!ApplyStatistics(s, q, count, L.CumMean(j), L.CumVariance(j), L.CumSD(j))) continue;
     if (boot > 0) {
       W.boot.sample.CumMean(j) = L.CumMean(j);
     } else {
-      S.lifeTable.OriginalCumMean(j) = L.CumMean(j);
-      if (j == m - 1) S.lifeTable.PreadultMeanTime = L.CumMean(j);
+      Keep().lifeTable.OriginalCumMean(j) = L.CumMean(j);
+      if (j == m - 1) Keep().lifeTable.PreadultMeanTime = L.CumMean(j);
     }
   }
 
@@ -89,7 +89,7 @@ void LifeTableEngine::Life01Gosub290() {
   if (boot > 0)
     W.boot.sample.PreadultSurvival = L.PreadultSurvival;
   else
-    S.lifeTable.PreadultSurvivalOriginal = L.PreadultSurvival;
+    Keep().lifeTable.PreadultSurvivalOriginal = L.PreadultSurvival;
 
   // LastAge: MaxLongevity - 1 as a rule, and always in a Basic Run, where the longevity
   // statistics haven't run yet; once their loop has left a count above the cohort, the longest
@@ -162,11 +162,11 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
       }
       counts(t, j) = count;
       ApplyStatistics(s, q, count, means(t, j), variances(t, j), sds(t, j));
-      auto& R = S.lifeTable;
       if (boot > 0) {
         auto& rec = W.boot.sample;
         (cumulative ? rec.TypeCumMean : rec.TypeStageMean)(t, j) = means(t, j);
       } else {
+        auto& R = Keep().lifeTable;
         (cumulative ? R.OriginalTypeCumCount : R.OriginalTypeStageCount)(t, j) = count;
         (cumulative ? R.OriginalTypeCumMean : R.OriginalTypeStageMean)(t, j) = means(t, j);
       }

@@ -108,12 +108,12 @@ void LifeTableEngine::Life02Gosub660() {
                   L.FemaleFecunditySD);
 
   if (!resampling) {
-    S.lifeTable.OriginalMeanFecundity = L.FemaleFecundityMean;
+    Keep().lifeTable.OriginalMeanFecundity = L.FemaleFecundityMean;
     char text[64];
     std::snprintf(text, sizeof text, "%.4f", RoundDisplay(L.FemaleFecundityMean, 4));
     P.Status("txtMeanfecundity", text);
-    S.lifeTable.OriginalFemaleCount = females;
-    if (females < S.header.CohortSizeRead) S.options.SingleType = "No";
+    Keep().lifeTable.OriginalFemaleCount = females;
+    if (females < S.header.CohortSizeRead) Keep().options.SingleType = "No";
   }
 
   // Reproductive females: a positive value before the closing mark.

@@ -80,11 +80,11 @@ void LifeTableEngine::Life04Gosub0290() {
     T.Lx(x) = static_cast<double>(T.NAge(x)) / N;
     if (x == S.settings.SpecificAge) {
       if (boot == 0)
-        S.lifeTable.LxAtSpecificAge = T.Lx(x);
+        Keep().lifeTable.LxAtSpecificAge = T.Lx(x);
       else
         W.boot.sample.LxAtSpecificAge = T.Lx(x);
     }
-    if (boot == 0) S.basic.OriginalLx(x) = T.Lx(x);
+    if (boot == 0) Keep().basic.OriginalLx(x) = T.Lx(x);
     if (T.Lx(x) == 0) {
       SurvivalRanOut(x);
       L.OneMinusLx(x) = 1 - T.Lx(x);
@@ -92,7 +92,7 @@ void LifeTableEngine::Life04Gosub0290() {
     }
     L.OneMinusLx(x) = 1 - T.Lx(x);
   }
-  if (boot == 0) S.lifeTable.OriginalLastAge = last;
+  if (boot == 0) Keep().lifeTable.OriginalLastAge = last;
 
   MedianAndSpecificAges();
 
@@ -107,8 +107,8 @@ void LifeTableEngine::Life04Gosub0290() {
     rec.PreadultSurvivalByDeaths = 1 - preadult;
     for (int j = 1; j <= m + 1; ++j) rec.StageDeathProb(j) = L.StageDeathProb(j);
   } else {
-    S.lifeTable.OriginalPreadultDeathProb = preadult;
-    for (int j = 1; j <= m + 1; ++j) S.lifeTable.OriginalStageDeathProb(j) = L.StageDeathProb(j);
+    Keep().lifeTable.OriginalPreadultDeathProb = preadult;
+    for (int j = 1; j <= m + 1; ++j) Keep().lifeTable.OriginalStageDeathProb(j) = L.StageDeathProb(j);
   }
   for (int x = 0; x <= last; ++x) {
     double share = 0;
@@ -150,9 +150,9 @@ void LifeTableEngine::MedianAndSpecificAges() {
     ageAt(0.5, false, rec.MedianAge);
     if (S.settings.SpecificSurvival != 0.5) ageAt(S.settings.SpecificSurvival, true, rec.SpecificSurvivalAge);
   } else {
-    ageAt(0.5, false, S.lifeTable.MedianAge);
+    ageAt(0.5, false, Keep().lifeTable.MedianAge);
     if (S.settings.SpecificSurvival != 0.5)
-      ageAt(S.settings.SpecificSurvival, true, S.lifeTable.SpecificSurvivalAge);
+      ageAt(S.settings.SpecificSurvival, true, Keep().lifeTable.SpecificSurvivalAge);
   }
 }
 
@@ -215,7 +215,7 @@ void LifeTableEngine::StageRates() {
     if (boot > 0)
       W.boot.sample.StageToNext(j) = L.StageToNext(j);
     else
-      S.lifeTable.OriginalStageToNext(j) = L.StageToNext(j);
+      Keep().lifeTable.OriginalStageToNext(j) = L.StageToNext(j);
   }
 
   if (L.ReproductiveCount > 0) L.MeanFecundityFromF = L.StageFecundityTotal(m) / L.ReproductiveCount;

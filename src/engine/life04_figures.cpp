@@ -35,7 +35,7 @@ void LifeTableEngine::WriteStageFigure(const std::string& suffix, const std::str
   const int m = S.header.StageCount;
   const int last = W.tables.LastAge;
   const auto& names = S.header.StageName;
-  S.identity.OutputFileName = OutputName(S, suffix);
+  Keep().identity.OutputFileName = OutputName(S, suffix);
   TextFile f(S.identity.OutputFileName);
   f.Write(title);
   if (form != FigureForm::Bare) {
@@ -70,7 +70,7 @@ void LifeTableEngine::WriteStageFigure(const std::string& suffix, const std::str
 void LifeTableEngine::WriteLxKeyFactors() {
   const auto& T = W.tables;
   const int last = T.LastAge;
-  S.identity.OutputFileName = OutputName(S, "_Fig_Age_lx_Kx_qx.txt");
+  Keep().identity.OutputFileName = OutputName(S, "_Fig_Age_lx_Kx_qx.txt");
   TextFile f(S.identity.OutputFileName);
   f.Write("age, l(x), k(x), q(x), cumu. q(x)");
   f.RawText("Age,l(x),k(x),q(x),cumu. q(x)");
@@ -111,7 +111,7 @@ void LifeTableEngine::Life04Gosub2400() {
     const auto& T = W.tables;
     const auto& L = W.lifeTable;
     const auto& H = S.header;
-    S.identity.OutputFileName =
+    Keep().identity.OutputFileName =
         OutputName(S, "_0A3_Group-reared life table-" + std::to_string(m) + " stages.txt");
     TextFile f(S.identity.OutputFileName);
     f.Write(S.identity.ProjectName);

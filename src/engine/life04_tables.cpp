@@ -19,13 +19,13 @@ int TableWidth(int m) { return 9 * (m + 1) + 5; }
 // Page mark, table number and title, and the head of the stage columns. For the d matrices
 // a column names a move: the first 3 letters of the stage left and of the stage entered.
 void LifeTableEngine::PrintTableHead(const std::string& title, bool developmentHead) {
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   const int m = S.header.StageCount;
-  NewMainTablePage(S.channels);
+  NewMainTablePage(C);
   if (title.rfind(". ", 0) == 0)
-    out.Print("Table", S.channels.MainTableNumber, title);
+    out.Print("Table", C.MainTableNumber, title);
   else
-    out.Print("Table", S.channels.MainTableNumber, ". ", title);
+    out.Print("Table", C.MainTableNumber, ". ", title);
   out.Print(Line(TableWidth(m), '='));
   out.PrintPart(" Age");
   for (int j = 1; j <= m + 1; ++j) {
@@ -51,7 +51,7 @@ void LifeTableEngine::PrintTableHead(const std::string& title, bool developmentH
 // probabilities), with a closing line of column sums when asked.
 void LifeTableEngine::PrintMatrixTable(const std::string& title, int decimals, bool withSum,
                                        bool developmentHead) {
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   const auto& M = W.lifeTable.PrintMatrix;
   const int m = S.header.StageCount;
   const int last = W.tables.LastAge;
@@ -75,7 +75,7 @@ void LifeTableEngine::PrintMatrixTable(const std::string& title, int decimals, b
 
 void LifeTableEngine::Life04Gosub0530() {
   Flow("Life04Gosub0530");
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   if (!out.IsOpen()) return;
   const auto& T = W.tables;
   auto& L = W.lifeTable;
@@ -179,7 +179,7 @@ void LifeTableEngine::Life04Gosub0530() {
 
 // Tables of one column per age or per stage: l(x), costs, mortality and stage rates.
 void LifeTableEngine::PrintAgeTables() {
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   const auto& T = W.tables;
   auto& L = W.lifeTable;
   auto& M = L.PrintMatrix;
@@ -192,8 +192,8 @@ void LifeTableEngine::PrintAgeTables() {
       for (int j = 1; j <= m + 1; ++j) M(x, j) = value(x, j);
   };
   auto pageHead = [&](const std::string& title, int dashes) {
-    NewMainTablePage(S.channels);
-    out.Print("Table", S.channels.MainTableNumber, title);
+    NewMainTablePage(C);
+    out.Print("Table", C.MainTableNumber, title);
     out.Print(Line(dashes, '='));
   };
   // The tables of one row per quantity and one column per stage.

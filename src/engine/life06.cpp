@@ -31,7 +31,7 @@ void StageStatsEngine::Life06() {
 // One row: the label, the sex, N, and mean, S.D., S.E. and variance at 2 decimals, a dash for
 // a value that the count can't give.
 void StageStatsEngine::Life06Row(const std::string& label, const std::string& sex, const RoutineStat& s) {
-  TextFile& out = S.channels.MainOutput;
+  TextFile& out = C.MainOutput;
   out.PrintPart(label.substr(0, 18), Tab{20}, sex, Tab{30}, s.n, Tab{40});
   if (s.n < 1)
     out.PrintPart("-");
@@ -45,7 +45,7 @@ void StageStatsEngine::Life06Row(const std::string& label, const std::string& se
 }
 
 void StageStatsEngine::Life06Gosub150() {
-  TextFile& out = S.channels.MainOutput;
+  TextFile& out = C.MainOutput;
   NewPage();
   out.Print("Table " + std::to_string(NextTable()) +
             ". Basic Statistics of Life History Data  (This table is based on routine");
@@ -129,7 +129,7 @@ void StageStatsEngine::Life06Gosub1520() {
 
 void StageStatsEngine::Life06Gosub1660() {
   const auto& w = W.stageStats;
-  TextFile& out = S.channels.MainOutput;
+  TextFile& out = C.MainOutput;
   if (w.AdultFemaleCount == 0) return;
   RoutineStat f = w.FecundityF;
   f.n = w.AdultFemaleCount;
@@ -150,7 +150,7 @@ void StageStatsEngine::Life06Gosub1771() {
 
 void StageStatsEngine::Life06PrintFMNRatio() {
   const auto& w = W.stageStats;
-  TextFile& out = S.channels.MainOutput;
+  TextFile& out = C.MainOutput;
   const std::string rule(80, '-');
   out.Print(rule);
   const auto count = [&](long s) { return std::to_string(static_cast<long>(w.SexLongevity(s).n)); };
@@ -163,7 +163,7 @@ void StageStatsEngine::Life06PrintFMNRatio() {
 
 void StageStatsEngine::Life06Gosub1835() {
   const auto& w = W.stageStats;
-  TextFile& out = S.channels.MainOutput;
+  TextFile& out = C.MainOutput;
   out.Print("");
   out.Print("Rep. F: reproductive female, i.e., females have produced offspring.");
   out.Print("The mean longevity of male is calculated for those died as male adult.");

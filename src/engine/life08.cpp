@@ -15,11 +15,11 @@ void StageStatsEngine::Life08() {
   const long startSeconds = id.RunStartHour * 3600L + id.RunStartMinute * 60L + id.RunStartSecond;
   long elapsed = nowSeconds - startSeconds;
   if (elapsed < 0) elapsed += 86400;  // the run went past midnight
-  auto& r = S.stageStats;
+  auto& r = Keep().stageStats;
   r.ElapsedHours = elapsed / 3600;
   r.ElapsedMinutes = (elapsed % 3600) / 60;
   r.ElapsedSeconds = elapsed % 60;
-  TextFile& out = S.channels.MainOutput;
+  TextFile& out = C.MainOutput;
   if (!out.IsOpen()) return;
   out.Print("");
   out.Print("Time used for this run:", r.ElapsedHours, "hour(s)", r.ElapsedMinutes, "minute(s)", r.ElapsedSeconds,

@@ -38,7 +38,7 @@ void StageStatsEngine::Life11() {
   const auto& c = W.cohort;
   const int mm = m();
   const double tu = TimeUnit();
-  TextFile& out = S.channels.MainOutput;
+  TextFile& out = C.MainOutput;
   const std::string stars(72, '*');
 
   NewPage();

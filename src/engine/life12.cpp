@@ -30,7 +30,7 @@ void StageStatsEngine::Life12() {
   const auto& c = W.cohort;
   const int mm = m();
   const double tu = TimeUnit();
-  TextFile& out = S.channels.MainOutput;
+  TextFile& out = C.MainOutput;
   const int maxAge = w.MaxFemaleAdultAge;
   const int table = NextTable();
   const int blocks = std::max(1, (maxAge + kAgesPerBlock - 1) / kAgesPerBlock);
@@ -141,7 +141,7 @@ void StageStatsEngine::Life12PrintAgeFecundityFromBirth() {
   const auto& c = W.cohort;
   const int mm = m();
   const double tu = TimeUnit();
-  TextFile& out = S.channels.MainOutput;
+  TextFile& out = C.MainOutput;
   const int lastAge = W.tables.LastAge;
   const int table = NextTable();
   const int blocks = (lastAge + 1 + kAgesPerBlock - 1) / kAgesPerBlock;

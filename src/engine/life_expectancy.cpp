@@ -76,7 +76,7 @@ void LifeTableEngine::PrintLifeExpectancy() {
 void LifeTableEngine::PrintMatrixExj() {
   Flow("PrintMatrixExj");
   auto& L = W.lifeTable;
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   const int m = S.header.StageCount;
   const int last = W.tables.LastAge;
   const double tu = S.settings.TimeUnit;
@@ -98,8 +98,8 @@ void LifeTableEngine::PrintMatrixExj() {
   if (!out.IsOpen()) return;
 
   const std::string title = "Age-stage specific life expectancy (matrix E)";
-  NewMainTablePage(S.channels);
-  out.Print("Table", S.channels.MainTableNumber, ". ", title);
+  NewMainTablePage(C);
+  out.Print("Table", C.MainTableNumber, ". ", title);
   out.Print(std::string(static_cast<std::size_t>(9 * (m + 1)), '='));
   out.PrintPart("Age");
   for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{9 * j + 1}, S.header.StageName(1, j).substr(0, 6));

@@ -10,9 +10,9 @@
 
 namespace korvan {
 
-class LifeTableEngine : public Procedures {
+class LifeTableEngine : public EngineProcedures {
  public:
-  using Procedures::Procedures;
+  using EngineProcedures::EngineProcedures;
 
   // Stage durations: statistics of the whole cohort, cumulative times, LastAge, by type.
   void Life01();

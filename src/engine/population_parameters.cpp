@@ -62,12 +62,12 @@ void ParameterEngine::HaltIterations(const char* tail) const {
 }
 
 void ParameterEngine::RawDataWritersAtExit() {
-  StageStatsEngine raw(S, P, W);
+  StageStatsEngine raw(SameView{*this});
   raw.WriteStageRawDataInColumnForStatistics();
   raw.WriteStageRawDataInColumns();
 }
 
-void ParameterEngine::AgeStageLifeExpectancyStep() { LifeTableEngine(S, P, W).AgeStageLifeExpectancy(); }
+void ParameterEngine::AgeStageLifeExpectancyStep() { LifeTableEngine(SameView{*this}).AgeStageLifeExpectancy(); }
 
 // ---------------------------------------------------------------------------------------
 // Tops
@@ -111,7 +111,7 @@ void ParameterEngine::Life05Gosub1370() {
     double sum = 0;
     for (int j = 1; j <= m + 1; ++j) sum += t.Fxj(x, j) * t.Sxj(x, j);
     p.Mx(x) = sum / t.Lx(x);
-    if (W.run.Boot == 0) S.params.BasicRunMx(x) = p.Mx(x);
+    if (W.run.Boot == 0) Keep().params.BasicRunMx(x) = p.Mx(x);
     if (x == 0)
       p.CumLxMx(0) = t.Lx(0) * p.Mx(0);
     else
@@ -168,8 +168,8 @@ double ParameterEngine::FillEulerTerms(double r) {
 }
 
 void ParameterEngine::Life05Gosub0120() {
-  if (S.options.FlowMode != "No" && !S.params.FlowWritten0120) {
-    S.params.FlowWritten0120 = true;
+  if (S.options.FlowMode != "No" && !C.FlowWritten0120) {
+    C.FlowWritten0120 = true;
     FlowEngine("Life05Gosub0120");
   }
   W.params.Residual = FillEulerTerms(W.params.TrialR) - 1.0;
@@ -240,10 +240,10 @@ void ParameterEngine::NetReproductiveRateOne() {
   p.R0 = 1;
   p.T = W.tables.LastAge;
   p.r = 0;
-  S.params.Lambda_Basic = 1;
-  S.params.R0_Basic = 1;
-  S.params.T_Basic = W.tables.LastAge;
-  S.params.GRR_Basic = p.GRR;
+  Keep().params.Lambda_Basic = 1;
+  Keep().params.R0_Basic = 1;
+  Keep().params.T_Basic = W.tables.LastAge;
+  Keep().params.GRR_Basic = p.GRR;
   RawDataWritersAtExit();
 }
 
@@ -270,7 +270,7 @@ void ParameterEngine::CalculusParameters(Twin twin) {
   const auto& t = W.tables;
   const double tu = S.settings.TimeUnit;
   const bool basicPass = BasicPass();
-  if (twin == Twin::NandF && S.settings.PrecisionCalculus != 1e-07) S.settings.PrecisionCalculus = 1e-07;
+  if (twin == Twin::NandF && S.settings.PrecisionCalculus != 1e-07) Keep().settings.PrecisionCalculus = 1e-07;
 
   if (twin == Twin::Basic && S.options.GroupRearedFlag != "Yes" && !(W.run.Boot > 0)) FillLeslieArrays();
   SumR0AndGRR();
@@ -312,7 +312,7 @@ void ParameterEngine::CalculusParameters(Twin twin) {
   if (W.params.JackNo > 0 || W.run.Boot > 0) {
     FileResampledR(twin != Twin::NandF);
   } else {
-    S.params.R_Basic = mid;
+    Keep().params.R_Basic = mid;
     if (twin != Twin::Boot) ShowBox("txtIntrinsicrate", p.r, 8);
   }
 
@@ -431,9 +431,9 @@ void ParameterEngine::Life05Gosub90Then1080BSDrate() {
     p.SurvivalRateStep = (1 - a0) * p.StepFiniteRate;
     p.DeathRateStep = 1 - p.SurvivalRateStep;
     if (BasicPass()) {
-      S.params.BirthRateStep = p.BirthRateStep;
-      S.params.SurvivalRateStep = p.SurvivalRateStep;
-      S.params.DeathRateStep = p.DeathRateStep;
+      Keep().params.BirthRateStep = p.BirthRateStep;
+      Keep().params.SurvivalRateStep = p.SurvivalRateStep;
+      Keep().params.DeathRateStep = p.DeathRateStep;
     }
   }
 }
@@ -471,7 +471,7 @@ void ParameterEngine::Life05Gosub90Then1080BootBSDrate() {
 void ParameterEngine::PrintTotalPopulationParameters() {
   Flow("PrintTotalPopulationParameters");
   if (W.params.R0 == 0 || S.options.OutputLevel == "Nooutput") return;
-  S.identity.OutputFileName = OutputName(S, "_ZZ-population parameters.txt");
+  Keep().identity.OutputFileName = OutputName(S, "_ZZ-population parameters.txt");
   TextFile f(S.identity.OutputFileName);
   f.Write("Intrinsic rate", S.params.R_Basic);
   f.Write("Finite rate", S.params.Lambda_Basic);
@@ -485,8 +485,8 @@ void ParameterEngine::FileResampledR(bool countNegative) {
   auto& p = W.params;
   if (ResampleKind() == "j") {
     const double n = W.cohort.CohortSize;
-    S.params.JackR(p.JackNo) = p.r;
-    S.params.JackPseudoR(p.JackNo) = (n + 1) * S.params.R_Basic - n * p.r;
+    Keep().params.JackR(p.JackNo) = p.r;
+    Keep().params.JackPseudoR(p.JackNo) = (n + 1) * Keep().params.R_Basic - n * p.r;
   } else if (ResampleKind() == "b") {
     W.boot.sample.r = p.r;
     if (countNegative && p.r < 0) ++W.boot.BootNegRCount;
@@ -498,10 +498,10 @@ void ParameterEngine::FileResampledR(bool countNegative) {
 void ParameterEngine::FileResampledParameters(bool countLowRates) {
   const auto& p = W.params;
   if (ResampleKind() == "j") {
-    S.params.JackR0(p.JackNo) = p.R0;
-    S.params.JackT(p.JackNo) = p.T;
-    S.params.JackLambda(p.JackNo) = p.lambda;
-    S.params.JackGRR(p.JackNo) = p.GRR;
+    Keep().params.JackR0(p.JackNo) = p.R0;
+    Keep().params.JackT(p.JackNo) = p.T;
+    Keep().params.JackLambda(p.JackNo) = p.lambda;
+    Keep().params.JackGRR(p.JackNo) = p.GRR;
   } else if (ResampleKind() == "b") {
     auto& rec = W.boot.sample;
     rec.R0 = p.R0;
@@ -518,16 +518,16 @@ void ParameterEngine::FileResampledParameters(bool countLowRates) {
 // The parameters of the Basic Run, kept for the session.
 void ParameterEngine::KeepBasicParameters() {
   const auto& p = W.params;
-  S.params.T_Basic = p.T;
-  S.params.Lambda_Basic = p.lambda;
-  S.params.R0_Basic = p.R0;
-  S.params.GRR_Basic = p.GRR;
-  S.params.DoublingTime = p.DoublingTime;
-  S.params.StepFiniteRate = p.StepFiniteRate;
-  S.params.StepIntrinsicRate = p.StepIntrinsicRate;
+  Keep().params.T_Basic = p.T;
+  Keep().params.Lambda_Basic = p.lambda;
+  Keep().params.R0_Basic = p.R0;
+  Keep().params.GRR_Basic = p.GRR;
+  Keep().params.DoublingTime = p.DoublingTime;
+  Keep().params.StepFiniteRate = p.StepFiniteRate;
+  Keep().params.StepIntrinsicRate = p.StepIntrinsicRate;
   if (S.identity.UserName == "daughter") {
-    S.params.FemaleFiniteRate = p.lambda;
-    S.params.FemaleIntrinsicRate = p.r;
+    Keep().params.FemaleFiniteRate = p.lambda;
+    Keep().params.FemaleIntrinsicRate = p.r;
   }
 }
 

@@ -15,9 +15,9 @@
 
 namespace korvan {
 
-class ParameterEngine : public Procedures {
+class ParameterEngine : public EngineProcedures {
  public:
-  using Procedures::Procedures;
+  using EngineProcedures::EngineProcedures;
 
   // Tops of the two paths.
   void Life05();

@@ -68,7 +68,7 @@ void ParameterEngine::Life05aGosub2610() {
   const bool writeC = !groupReared;
 
   auto open = [&](const char* suffix, const char* title) {
-    S.identity.OutputFileName = OutputName(S, suffix);
+    Keep().identity.OutputFileName = OutputName(S, suffix);
     Life05aGosub3610();
     figure_.Write(title);
   };
@@ -165,7 +165,7 @@ void ParameterEngine::Life05aGosub3800() {
   const double tu = S.settings.TimeUnit;
   auto age = [&](int x) { return AgeInRateUnits(x, tu); };
 
-  S.identity.OutputFileName = OutputName(S, "_2_Fig_Lx-Fxf-Mx-LxMx.txt");
+  Keep().identity.OutputFileName = OutputName(S, "_2_Fig_Lx-Fxf-Mx-LxMx.txt");
   Life05aGosub3610();
   figure_.Write(
       "Age-specific survival rate l(x), female fecundity f(x,female), age-specific fecundity m(x), "
@@ -176,7 +176,7 @@ void ParameterEngine::Life05aGosub3800() {
   Row(figure_, age(last + 1), 0.0, 0.0, 0.0, 0.0, p.CumLxMx(last));
 
   if (p.R0 != 0) {
-    S.identity.OutputFileName = OutputName(S, "_9_Fig_Rx_R0-ratio_Cumu-r_r-Ratio.txt");
+    Keep().identity.OutputFileName = OutputName(S, "_9_Fig_Rx_R0-ratio_Cumu-r_r-Ratio.txt");
     Life05aGosub3610();
     figure_.Write("CumuR0, CumuLxMx-R0 ratio, CumuIntrinsicR, CumuIntrinsicR ratio");
     Heading(figure_, "Age, Cumul(x)m(x), Cumul(x)m(x) to R0 ratio, CumuIntrinsicR, CumuEuler to r ratio");

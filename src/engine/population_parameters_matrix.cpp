@@ -79,7 +79,7 @@ void ParameterEngine::Life05Gosub90ForMatrix() {
   }
   if (basicPass) ShowBox("txtNetreproductiverate", p.R0, 4);
 
-  if (S.settings.PrecisionMatrix != 1e-06) S.settings.PrecisionMatrix = 1e-06;
+  if (S.settings.PrecisionMatrix != 1e-06) Keep().settings.PrecisionMatrix = 1e-06;
   const double found = BisectLambda(0.2, 3.0, S.settings.PrecisionMatrix);
   p.lambda = found;
   p.r = std::log(found);
@@ -114,7 +114,7 @@ void ParameterEngine::Life05Gosub90ForMatrix() {
       p.r = p.StepIntrinsicRate;
       p.lambda = p.StepFiniteRate;
     }
-    S.params.R_Basic = p.r;
+    Keep().params.R_Basic = p.r;
   }
   ShowBox("txtIntrinsicrate", p.r, 8);
   ShowBox("txtFiniteRate", p.lambda, 8);
@@ -130,8 +130,8 @@ void ParameterEngine::Life05Gosub90ForMatrix() {
 
   // Filed by the kind of resampling alone.
   FileResampledParameters(true);
-  if (W.run.Boot > 0 && S.channels.Flow.IsOpen())
-    S.channels.Flow.Print("For lambda subroutine: Boot=", W.run.Boot, "finite rate=", p.lambda,
+  if (W.run.Boot > 0 && C.Flow.IsOpen())
+    C.Flow.Print("For lambda subroutine: Boot=", W.run.Boot, "finite rate=", p.lambda,
                           "intrinsic rate=", p.r);
   if (basicPass) KeepBasicParameters();
 

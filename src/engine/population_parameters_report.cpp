@@ -30,14 +30,14 @@ void ParameterEngine::PrintIntrinsicRateTable() {
 
 void ParameterEngine::Life05aGosub1100() {
   FlowEngine("Life05aGosub1100");
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   out.Print(" x", "       l(x)", "   m(x)", "  l(x)m(x)", "  f(-r,lx,mx) ", "   SAD (%)    E(x)       R(x)");
   out.Print(Line(82, '-'));
 }
 
 void ParameterEngine::Life05aGosub1000() {
   FlowEngine("Life05aGosub1000");
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   const auto& t = W.tables;
   const auto& p = W.params;
   const int x = p.ReportAge;
@@ -47,21 +47,21 @@ void ParameterEngine::Life05aGosub1000() {
             FixedText(p.Ax2(x), 2), Tab{58}, FixedText(W.lifeTable.Ex(x), 2), Tab{69},
             FixedText(p.Vx(x), 2));
   if (p.Mx(x) > S.params.PeakMx) {
-    S.params.PeakMx = p.Mx(x);
-    S.params.PeakMxAge = x;
+    Keep().params.PeakMx = p.Mx(x);
+    Keep().params.PeakMxAge = x;
   }
 }
 
 void ParameterEngine::Life05aGosub0800() {
   FlowEngine("Life05aGosub0800");
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   if (!out.IsOpen()) return;
   auto& p = W.params;
   const auto& t = W.tables;
   const double tu = S.settings.TimeUnit;
 
-  NewMainTablePage(S.channels);
-  out.Print("Table", S.channels.MainTableNumber, ". Age-specific life table");
+  NewMainTablePage(C);
+  out.Print("Table", C.MainTableNumber, ". Age-specific life table");
   {
     std::time_t now = std::time(nullptr);
     std::tm tm{};
@@ -97,7 +97,7 @@ void ParameterEngine::Life05aGosub0800() {
     out.Print("             But this finite rate is for one time unit.");
     if (fractional) {
       p.StepFiniteRate = std::exp(p.StepIntrinsicRate);
-      S.params.StepFiniteRate = p.StepFiniteRate;
+      Keep().params.StepFiniteRate = p.StepFiniteRate;
     }
     out.Print(" **********  The finite rate of increase (lambda) per ", tu, " time unit is", p.StepFiniteRate);
   }
@@ -176,7 +176,7 @@ void ParameterEngine::Life05aGosub0800() {
 
 void ParameterEngine::PrintRelationshipFtoR0() {
   Flow("PrintRelationshipFtoR0");
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   if (!out.IsOpen()) return;
   const double R0 = W.params.R0;
   const double F = W.lifeTable.FemaleFecundityMean;

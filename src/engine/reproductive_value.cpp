@@ -53,8 +53,8 @@ void ParameterEngine::Life05Gosub90Then1080Boot() {
 }
 
 void ParameterEngine::Life05Gosub1480() {
-  if (S.options.FlowMode != "No" && !S.params.FlowWritten1480) {
-    S.params.FlowWritten1480 = true;
+  if (S.options.FlowMode != "No" && !C.FlowWritten1480) {
+    C.FlowWritten1480 = true;
     FlowEngine("Life05Gosub1480");
   }
   auto& p = W.params;
@@ -110,7 +110,7 @@ void ParameterEngine::AgeStageReproductiveValue(bool keepBasicCopy) {
         // The female stage: the test is on the sum.
         p.Vxj(x, j) = acc == 0 ? 0 : (1 / (ex * p.Survivors(x, j))) * acc;
       }
-      if (keepBasicCopy) S.params.VxjBasic(x, j) = p.Vxj(x, j);
+      if (keepBasicCopy) Keep().params.VxjBasic(x, j) = p.Vxj(x, j);
     }
   }
 }

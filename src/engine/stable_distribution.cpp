@@ -95,7 +95,7 @@ void ParameterEngine::StableAgeStageDistribution(bool /*percentCopy*/) {
 // Tables of V, A, B and B2
 
 void ParameterEngine::PrintStableAgeStageTables(bool matrixTwin) {
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   if (!out.IsOpen()) return;
   auto& p = W.params;
   auto& show = p.Survivors;  // the display matrix of the printers
@@ -123,8 +123,8 @@ void ParameterEngine::PrintStableAgeStageTables(bool matrixTwin) {
 
   // Matrix B2 on the wider printer: every value to 4 decimals on columns of 9.
   copy(p.Bxj, 0.01);
-  NewMainTablePage(S.channels);
-  out.Print("Table", S.channels.MainTableNumber, ". ", "Stable age-stage-distribution (SASD) (Matrix B2) (sum = 1)");
+  NewMainTablePage(C);
+  out.Print("Table", C.MainTableNumber, ". ", "Stable age-stage-distribution (SASD) (Matrix B2) (sum = 1)");
   out.Print(Line(9 * (m + 1) + 5, '='));
   out.PrintPart(" Age");
   for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{9 * j - 3}, S.header.StageName(1, j).substr(0, 6));
@@ -145,7 +145,7 @@ void ParameterEngine::PrintStableAgeStageTables(bool matrixTwin) {
 
 void ParameterEngine::Life05aGosub0180() {
   FlowEngine("Life05aGosub0180");
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   if (!out.IsOpen()) return;
   auto& show = W.params.Survivors;
   const auto& lt = W.lifeTable;
@@ -153,7 +153,7 @@ void ParameterEngine::Life05aGosub0180() {
   const int last = W.tables.LastAge;
   const double tu = S.settings.TimeUnit;
 
-  NewMainTablePage(S.channels);
+  NewMainTablePage(C);
   for (int x = 0; x <= last; ++x) {
     for (int j = 1; j <= m + 1; ++j) {
       const double v = show(x, j);
@@ -165,7 +165,7 @@ void ParameterEngine::Life05aGosub0180() {
         show(x, j) = RoundDisplay(v, 1);
     }
   }
-  out.Print("Table", S.channels.MainTableNumber, ". ", tableTitle_);
+  out.Print("Table", C.MainTableNumber, ". ", tableTitle_);
   out.Print(Line(9 * (m + 1), '='));
   out.PrintPart("Age");
   for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{8 * j + 1}, S.header.StageName(1, j).substr(0, 6));
@@ -236,11 +236,11 @@ void ParameterEngine::StableTables() {
     p.Ax2(x) = sum;
   }
 
-  auto& out = S.channels.MainOutput;
+  auto& out = C.MainOutput;
   if (!out.IsOpen()) return;
   auto head = [&](const char* title) {
-    NewMainTablePage(S.channels);
-    out.Print("Table", S.channels.MainTableNumber, title);
+    NewMainTablePage(C);
+    out.Print("Table", C.MainTableNumber, title);
   };
   auto stageHead = [&]() {
     for (int j = 1; j <= m + 1; ++j) out.PrintPart(Tab{9 * (j - 1) + 1}, S.header.StageName(1, j));

@@ -11,9 +11,9 @@
 
 namespace korvan {
 
-class StageStatsEngine : public Procedures {
+class StageStatsEngine : public EngineProcedures {
  public:
-  using Procedures::Procedures;
+  using EngineProcedures::EngineProcedures;
 
   // Statistics (Basic Run and replicates).
   void Life10();

@@ -1,20 +1,25 @@
 #include "run/run_context.h"
 
+#include <stdexcept>
 #include <string>
 
 namespace korvan {
 
-void Procedures::Flow(std::string_view entry) {
-  if (S.options.FlowMode == "No" || !S.channels.Flow.IsOpen()) return;
-  S.channels.Flow.Print(std::string("Sub ") + std::string(entry));
+void WriteFlow(const Options& options, Channels& channels, std::string_view entry) {
+  if (options.FlowMode == "No" || !channels.Flow.IsOpen()) return;
+  channels.Flow.Print(std::string("Sub ") + std::string(entry));
 }
 
-void Procedures::FlowEngineRecord(std::string_view entry) {
-  const std::string& mode = S.options.FlowMode;
-  const double boot = W.run.Boot;
+void WriteFlowEngine(const Options& options, Channels& channels, double boot, std::string_view entry) {
+  const std::string& mode = options.FlowMode;
   if ((mode == "Yes" && boot == 1) || (mode == "Boot" && boot > 1)) {
-    if (S.channels.Flow.IsOpen()) S.channels.Flow.Print(std::string("Sub ") + std::string(entry));
+    if (channels.Flow.IsOpen()) channels.Flow.Print(std::string("Sub ") + std::string(entry));
   }
+}
+
+Session& EngineProcedures::Keep() const {
+  if (!keep_) throw std::logic_error("a bootstrap replicate writes no record of the session");
+  return *keep_;
 }
 
 }  // namespace korvan

@@ -17,12 +17,20 @@ struct Channels {
   // Tables and pages of the main output are numbered through the whole file.
   int MainTableNumber = 0;
   int MainPageNumber = 0;
+  // The residual procedures write their line of the flow record once a session.
+  bool FlowWritten0120 = false, FlowWritten1480 = false;
 };
 
 // One session of the program: the store of its records and the channels open in it.
 struct Session : SessionStore {
   Channels channels;
 };
+
+// The flow record of a procedure entered: written whenever FlowMode isn't "No" (Flow), or,
+// for an engine procedure that the bootstrap shares, when FlowMode is "Yes" and Boot is exactly
+// 1 or FlowMode is "Boot" and Boot is above 1 (FlowEngine).
+void WriteFlow(const Options& options, Channels& channels, std::string_view entry);
+void WriteFlowEngine(const Options& options, Channels& channels, double boot, std::string_view entry);
 
 // Base of every family of procedures. A procedure takes no arguments and returns nothing: it
 // reads and writes the session S and the workspace W in hand (the store's own in Basic Run, a
@@ -33,21 +41,57 @@ class Procedures {
   Procedures(Session& session, PromptService& prompts, Workspace& ws) : S(session), P(prompts), W(ws) {}
 
  protected:
-  // Flow record of a procedure that only a command runs: written whenever FlowMode isn't "No".
-  void Flow(std::string_view entry);
-  // Flow record of an engine procedure that the bootstrap shares: written when FlowMode is
-  // "Yes" and Boot is exactly 1, or when FlowMode is "Boot" and Boot is above 1.
+  void Flow(std::string_view entry) { WriteFlow(S.options, S.channels, entry); }
   // Called at every step of the engine's inner loops: "No" and empty are told inline.
   void FlowEngine(std::string_view entry) {
     const std::string& mode = S.options.FlowMode;
     if (mode.empty() || mode[0] == 'N') return;
-    FlowEngineRecord(entry);
+    WriteFlowEngine(S.options, S.channels, W.run.Boot, entry);
   }
-  void FlowEngineRecord(std::string_view entry);
 
   Session& S;
   PromptService& P;
   Workspace& W;
+};
+
+// Base of the engine's families, which run in a Basic Run and again for every bootstrap
+// replicate, on the replicate's worker. They read the session through a const view and write
+// only their workspace W and the open channels C (a replicate writes to none of them but the
+// flow record, and then the bootstrap runs on one thread). What a Basic Run keeps for the
+// session goes through Keep(), which a replicate's view has not: the compiler refuses any
+// other write to the session, and Keep() refuses one from a replicate.
+class EngineProcedures {
+ public:
+  // The view of a Basic Run (or of a command that runs the engine on the session's workspace).
+  EngineProcedures(Session& session, PromptService& prompts)
+      : S(session), C(session.channels), P(prompts), W(session.ws), keep_(&session) {}
+  EngineProcedures(Session& session, PromptService& prompts, Workspace& ws)
+      : S(session), C(session.channels), P(prompts), W(ws), keep_(&session) {}
+  // The view of a replicate: the session read-only.
+  EngineProcedures(const Session& session, Channels& channels, PromptService& prompts, Workspace& ws)
+      : S(session), C(channels), P(prompts), W(ws), keep_(nullptr) {}
+  // Another family on the same view.
+  struct SameView {
+    const EngineProcedures& view;
+  };
+  explicit EngineProcedures(SameView same) : EngineProcedures(same.view) {}
+
+ protected:
+  Session& Keep() const;
+  void Flow(std::string_view entry) { WriteFlow(S.options, C, entry); }
+  void FlowEngine(std::string_view entry) {
+    const std::string& mode = S.options.FlowMode;
+    if (mode.empty() || mode[0] == 'N') return;
+    WriteFlowEngine(S.options, C, W.run.Boot, entry);
+  }
+
+  const Session& S;
+  Channels& C;
+  PromptService& P;
+  Workspace& W;
+
+ private:
+  Session* keep_;
 };
 
 }  // namespace korvan

@@ -97,8 +97,6 @@ struct PopulationParameters {
   IndDbl JackR{"JackR"}, JackR0{"JackR0"}, JackT{"JackT"}, JackLambda{"JackLambda"},
       JackGRR{"JackGRR"}, JackPseudoR{"JackPseudoR"};
 
-  // The residual procedures write their flow line once a session.
-  bool FlowWritten0120 = false, FlowWritten1480 = false;
 
   // Curtailed and tailed rates.
   std::string CurtailedDone;  // "Yes" once curtailed results exist
