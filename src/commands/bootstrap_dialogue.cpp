@@ -6,6 +6,7 @@
 #include "commands/bootstrap_driver.h"
 
 #include "bootstrap/sample_records.h"
+#include "run/dialogues.h"
 #include "bootstrap/uniform_random.h"
 #include "input/field_reader.h"
 #include "store/faults.h"
@@ -13,18 +14,6 @@
 
 namespace korvan {
 namespace {
-
-// Cancel at a prompt of the run ends the program.
-[[noreturn]] void EndByCancel(const std::string& title) {
-  throw ProgramEnd{"The program ends here (Cancel at \"" + title + "\").", title};
-}
-
-std::string InputOrEnd(PromptService& P, const std::string& text, const std::string& title,
-                       const std::string& defaultText) {
-  std::string answer = P.InputBox(text, title, defaultText);
-  if (answer.empty()) EndByCancel(title);
-  return answer;
-}
 
 std::string YesNo(int answer) { return answer == kYes ? "Yes" : "No"; }
 
@@ -85,8 +74,7 @@ void BootstrapDriver::AskFastRun() {
                           "Yes: I need only major bootstrap results.\n"
                           "No: I need all bootstrap results.\n"
                           "Cancel: End the program.";
-    const int a = P.MsgBox(x, t, kYesNoCancel);
-    if (a == kCancel) EndByCancel(t);
+    const int a = YesNoOrEnd(P, x, t);
     R.MajorFilesOnly = YesNo(a);
   }
 }
@@ -142,8 +130,7 @@ void BootstrapDriver::cmdBootstrap02() {
         "     (it will take a lot of disk space.)\n"
         "No: Only the mean, variance, and SE will be saved.\n"
         "Cancel: Stop the program.";
-    const int a = P.MsgBox(text, title, kYesNoCancel);
-    if (a == kCancel) EndByCancel(title);
+    const int a = YesNoOrEnd(P, text, title);
     R.DetailedBootResults = YesNo(a);
   }
   if (R.SameBootstrap != "Yes") {
@@ -162,8 +149,7 @@ void BootstrapDriver::cmdBootstrap02() {
         "Yes: Only EB will be accepted.\n"
         "No: Both EB and IB will be accepted.\n"
         "Cancel: End the program here.";
-    const int a = P.MsgBox(text, title, kYesNoCancel);
-    if (a == kCancel) EndByCancel(title);
+    const int a = YesNoOrEnd(P, text, title);
     R.EffectiveOnly = YesNo(a);
   }
 }
@@ -180,8 +166,7 @@ void BootstrapDriver::AskSameBootstrap() {
       "Yes: Use the same bootstrap samples (file no. 11)\n"
       "No: Run a new bootstrap resampling.\n"
       "Cancel: End the program here.";
-  const int a = P.MsgBox(text, title, kYesNoCancel);
-  if (a == kCancel) EndByCancel(title);
+  const int a = YesNoOrEnd(P, text, title);
   if (a != kYes) {
     R.SameBootstrap = "No";
     return;
@@ -212,8 +197,7 @@ void BootstrapDriver::AskSameBootstrap() {
         "Yes: Save the bootstrap samples once again in this folder.\n"
         "No: Don't save the bootstrap samples once again.\n"
         "Cancel: End the program.";
-    const int s = P.MsgBox(saveText, saveTitle, kYesNoCancel, 2);
-    if (s == kCancel) EndByCancel(saveTitle);
+    const int s = YesNoOrEnd(P, saveText, saveTitle, 2);
     R.SaveSamplesAgain = YesNo(s);
   }
   SampleRecords(S, P, W).ReadSameBootstrapData();
@@ -252,8 +236,7 @@ void BootstrapDriver::AskMajorPercentiles() {
       "Yes: Read specific bootstrap samples to prepare the l(x) and m(x) data.\n"
       "No: Skip this step.\n"
       "Cancel: End the program.";
-  const int a = P.MsgBox(text, title, kYesNoCancel);
-  if (a == kCancel) EndByCancel(title);
+  const int a = YesNoOrEnd(P, text, title);
   if (a != kYes) {
     R.MajorPercentileLxMx = "No";
     return;

@@ -10,6 +10,7 @@
 #include "bootstrap/bootstrap_statistics.h"
 #include "bootstrap/cohort_values.h"
 #include "engine/stage_statistics.h"
+#include "run/dialogues.h"
 #include "input/data_file_reader.h"
 #include "store/faults.h"
 #include "text/numbers.h"
@@ -68,8 +69,7 @@ void BootstrapDriver::AskHistogramAndNormalCurves() {
       "Yes: show 50 bars.\n"
       "No: 20 bars.\n"
       "Cancel: End the program.";
-  const int a = P.MsgBox(text, title, kYesNoCancel);
-  if (a == kCancel) throw ProgramEnd{"The program ends here (Cancel at \"" + title + "\").", title};
+  const int a = YesNoOrEnd(P, text, title);
   R.HistogramBars = a == kYes ? 50 : 20;
   R.HistogramBarsPlus1 = a == kYes ? 51 : 21;
   ApplyConsoleRule(S.console, "A3 histogram chosen");
@@ -244,8 +244,7 @@ void BootstrapDriver::AskPercentileWork(bool& sortStep) {
     const std::string t5 =
         "Enter the precision for grouping Ro: 0 = Exact, 1 = 10^(-10), 2 = 10^(-11), 3 = 10^(-12), 4 = "
         "10^(-13), 5 = 10^(-14),6 = 10^(-15).";
-    const std::string a = P.InputBox(t5, "Enter precision level", "0");
-    if (a.empty()) throw ProgramEnd{"The program ends here (Cancel at \"Enter precision level\").", "Enter precision level"};
+    const std::string a = InputOrEnd(P, t5, "Enter precision level", "0");
     R.R0Precision = CInt16(NumberOfText(a));
     R.R0PrecisionSettled = true;
   }
