@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 
+#include "engine/bisection.h"
 #include "engine/population_parameters.h"
 #include "store/faults.h"
 #include "text/numbers.h"
@@ -64,24 +65,9 @@ bool CurtailedTailedRates::Bisect(bool curtailed, double& found) {
       TailedRandR0Gosub120();
     return c.CurtailedResidual;
   };
-  double low = -1.2, high = 1.2;
-  const double fLow = residual(low);
-  residual(high);
-  c.CurtailedIterations = 0;
-  for (;;) {
-    const double mid = (high + low) / 2;
-    const double res = residual(mid);
-    ++c.CurtailedIterations;
-    if (c.CurtailedIterations >= 500) return false;
-    if (std::fabs(res) < std::pow(10.0, -5)) {
-      found = mid;
-      return true;
-    }
-    if (res * fLow > 0)
-      low = mid;
-    else
-      high = mid;
-  }
+  const Bisection b = korvan::Bisect(-1.2, 1.2, std::pow(10.0, -5), c.CurtailedIterations, residual);
+  if (b.found) found = b.root;
+  return b.found;
 }
 
 // ---------------------------------------------------------------------------------------

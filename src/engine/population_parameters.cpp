@@ -1,5 +1,7 @@
 #include "engine/population_parameters.h"
 
+#include "engine/bisection.h"
+
 #include <cmath>
 
 #include "engine/life_table_engine.h"
@@ -177,24 +179,13 @@ void ParameterEngine::Life05Gosub0120() {
 
 double ParameterEngine::BisectR(double low, double high, double precision) {
   auto& p = W.params;
-  p.TrialR = low;
-  Life05Gosub0120();
-  const double fLow = p.Residual;
-  p.TrialR = high;
-  Life05Gosub0120();  // the residual at the upper end is taken but not used
-  p.IterationCount = 0;
-  for (;;) {
-    const double mid = (low + high) / 2;
-    p.TrialR = mid;
+  const Bisection b = Bisect(low, high, precision, p.IterationCount, [&](double r) {
+    p.TrialR = r;
     Life05Gosub0120();
-    ++p.IterationCount;
-    if (p.IterationCount >= 500) HaltIterations("  STOP EXECUTION!");
-    if (std::fabs(p.Residual) < precision) return mid;
-    if (p.Residual * fLow > 0)
-      low = mid;
-    else
-      high = mid;
-  }
+    return p.Residual;
+  });
+  if (!b.found) HaltIterations("  STOP EXECUTION!");
+  return b.root;
 }
 
 void ParameterEngine::SumR0AndGRR() {

@@ -2,6 +2,8 @@
 #include <cmath>
 
 #include "engine/population_parameters.h"
+
+#include "engine/bisection.h"
 #include "store/faults.h"
 
 namespace korvan {
@@ -44,24 +46,13 @@ void ParameterEngine::Life05Gosub0120ForMatrix() {
 
 double ParameterEngine::BisectLambda(double low, double high, double precision) {
   auto& p = W.params;
-  p.TrialLambda = low;
-  Life05Gosub0120ForMatrix();
-  const double fLow = p.Residual;
-  p.TrialLambda = high;
-  Life05Gosub0120ForMatrix();
-  p.IterationCount = 0;
-  for (;;) {
-    const double mid = (low + high) / 2;
-    p.TrialLambda = mid;
+  const Bisection b = Bisect(low, high, precision, p.IterationCount, [&](double lambda) {
+    p.TrialLambda = lambda;
     Life05Gosub0120ForMatrix();
-    ++p.IterationCount;
-    if (p.IterationCount >= 500) throw ProgramEnd{"", ""};
-    if (std::fabs(p.Residual) < precision) return mid;
-    if (p.Residual * fLow > 0)
-      low = mid;
-    else
-      high = mid;
-  }
+    return p.Residual;
+  });
+  if (!b.found) throw ProgramEnd{"", ""};
+  return b.root;
 }
 
 void ParameterEngine::Life05Gosub90ForMatrix() {
