@@ -4,7 +4,7 @@
 #include <string>
 
 #include "bootstrap/percentile.h"
-#include "bootstrap/support_files.h"
+#include "input/field_reader.h"
 #include "input/data_file_writer.h"
 #include "store/faults.h"
 #include "text/numbers.h"
@@ -140,7 +140,7 @@ void BootPercentiles::WriteSpecificSampleLifeTables() {
 bool BootPercentiles::InputSpecBootSample() {
   Flow("InputSpecBootSample");
   BootstrapRecord& R = S.boot;
-  LineFieldReader in(SpecRecordPath);
+  FieldReader in(SpecRecordPath, FieldReader::Form::Record);
   for (int line = 1; line <= 4; ++line) in.SkipLine();
   in.ReadNumber();  // E
   in.SkipLine();

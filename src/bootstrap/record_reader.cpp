@@ -3,7 +3,7 @@
 #include <string>
 
 #include "bootstrap/sample_records.h"
-#include "bootstrap/support_files.h"
+#include "input/field_reader.h"
 #include "store/faults.h"
 #include "text/numbers.h"
 
@@ -34,7 +34,7 @@ void SampleRecords::ReadSameBootstrapData() {
   BootstrapRecord& R = S.boot;
   const std::string path = P.ChooseFile("Open bootstrap record file (In general, it is file no. 11).");
   if (path.empty()) return;
-  LineFieldReader in(path);
+  FieldReader in(path, FieldReader::Form::Record);
   in.SkipLine();
   S.identity.TreatmentName = in.ReadString();
   const std::string condition = in.ReadString();

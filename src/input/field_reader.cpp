@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "store/faults.h"
+#include "text/numbers.h"
 
 namespace korvan {
 
@@ -13,23 +14,32 @@ bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
 }  // namespace
 
-FieldReader::FieldReader(const std::string& path) : path_(path) {
+FieldReader::FieldReader(const std::string& path, Form form) : path_(path), form_(form) {
   std::ifstream in(path, std::ios::binary);
-  if (!in) throw ProgramEnd{"File not found: " + path, "Error in data file"};
+  if (!in) throw ProgramEnd{"File not found: " + path, form == Form::Record ? "File not found" : "Error in data file"};
   std::ostringstream ss;
   ss << in.rdbuf();
   text_ = ss.str();
 }
 
-FieldReader FieldReader::FromText(std::string text) {
+FieldReader FieldReader::FromText(std::string text, Form form) {
   FieldReader r;
   r.text_ = std::move(text);
+  r.form_ = form;
   return r;
 }
 
 void FieldReader::PastEnd() const {
+  if (form_ == Form::Record) throw ProgramEnd{"Input past end of file: " + path_, "Error in bootstrap record file"};
   throw ProgramEnd{"Input past end of file" + (path_.empty() ? std::string() : ": " + path_),
                    "Error in data file"};
+}
+
+void FieldReader::SkipLine() {
+  if (pos_ >= text_.size()) PastEnd();
+  while (pos_ < text_.size() && text_[pos_] != '\n') ++pos_;
+  if (pos_ < text_.size()) ++pos_;
+  ++line_;
 }
 
 void FieldReader::SkipBlanks() {
@@ -75,6 +85,8 @@ std::string FieldReader::ReadString() {
     while (pos_ < text_.size() && text_[pos_] != ',' && !IsLineEnd(text_[pos_])) ++pos_;
   } else {
     while (pos_ < text_.size() && text_[pos_] != ',' && !IsLineEnd(text_[pos_])) value += text_[pos_++];
+    if (form_ == Form::Record)
+      while (!value.empty() && IsBlank(value.back())) value.pop_back();
   }
   EndField();
   lastText_ = value;
@@ -82,6 +94,11 @@ std::string FieldReader::ReadString() {
 }
 
 double FieldReader::ReadNumber() {
+  if (form_ == Form::Record) {
+    const double v = NumberOfText(ReadString());
+    lastValid_ = true;
+    return v;
+  }
   SkipToField();
   std::string token;
   if (text_[pos_] == '"') {

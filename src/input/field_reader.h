@@ -5,6 +5,11 @@
 // number also ends at a blank. A string may stand in double quotes, and then a comma inside it
 // belongs to it; the quotes are not part of the value. Records may thus be broken over lines
 // or share a line with no change of meaning. "\r\n" line ends are taken like "\n".
+//
+// The bootstrap's record files are read in the same way, partly by lines (SkipLine passes over
+// a label line whole), in the record form: an unquoted field loses its trailing blanks, a
+// number is the value of the whole field with its blanks ignored (NumberOfText), and a fault
+// has the record's title.
 #include <cstddef>
 #include <string>
 
@@ -12,9 +17,10 @@ namespace korvan {
 
 class FieldReader {
  public:
+  enum class Form { Data, Record };
   // Reads the whole file; a file that cannot be opened ends the run (ProgramEnd).
-  explicit FieldReader(const std::string& path);
-  static FieldReader FromText(std::string text);
+  explicit FieldReader(const std::string& path, Form form = Form::Data);
+  static FieldReader FromText(std::string text, Form form = Form::Data);
 
   // The next field as a string. Past the end of the file: ProgramEnd ("Input past end of file").
   std::string ReadString();
@@ -35,6 +41,8 @@ class FieldReader {
   // The next field without passing over empty lines: an empty line, or blanks at the end of
   // the file, give an empty string.
   std::string ReadFieldInLine();
+  // The rest of the current line, up to and with its line end. At the end: ProgramEnd.
+  void SkipLine();
   // 1-based line of the next character.
   int Line() const { return line_; }
   const std::string& Path() const { return path_; }
@@ -47,6 +55,7 @@ class FieldReader {
   [[noreturn]] void PastEnd() const;
   std::string text_;
   std::string path_;
+  Form form_ = Form::Data;
   std::size_t pos_ = 0;
   int line_ = 1;
   bool lastValid_ = true;
