@@ -49,12 +49,20 @@ class BootPercentiles : public Procedures {
   // In a run of the same samples: the life tables of the samples asked for by number.
   void WriteSpecificSampleLifeTables();
 
+ public:
+  // An entry of the table of sorted statistics.
+  struct SortedStatistic;
+
  private:
   enum class Order { Quick, Selection };
   // Loads value(b) for samples 1..m, sorts, and returns m.
   template <class ValueOf>
   long LoadAndSort(long m, ValueOf value);
   void SortLambda(Order order);
+  // One statistic of the table of sorted statistics (percentile_sorts.cpp): its values of
+  // samples 1..m sorted, kept in its sorted list and, where it has one, written to its "_J"
+  // file; returns how many were sorted.
+  long SortStatistic(const SortedStatistic& statistic, long m);
   // Head of a sorted file: project line, population kind, count lines.
   void SortedHead(TextFile& out, bool writeForm) const;
   // "Sorted serial no.", "Original serial no.", name, then a row per position (zeros left out

@@ -24,6 +24,69 @@ long PositionByB(long B, int which) { return PercentileIndex(B, kThreeP[which]);
 
 }  // namespace
 
+// The statistics sorted sample by sample: what a sample gave (false where it gave nothing),
+// the list that keeps them sorted, and the "_J" file of the sorted values (Write form: the
+// position, the sample, the value), the zeros left out of it where they mean no value.
+struct BootPercentiles::SortedStatistic {
+  const char* flow;
+  bool (*value)(const BootstrapRecord& R, long b, double& v);
+  BootList<double> BootstrapRecord::*sorted;  // nullptr: kept only in the sort's workspace
+  const char* file;                          // nullptr: none
+  const char* column;
+  bool skipZeros;
+};
+
+namespace {
+
+using Statistic = BootPercentiles::SortedStatistic;
+const Statistic kLambda{nullptr, [](const BootstrapRecord& R, long b, double& v) { return v = R.BootLambda(b), true; },
+                        &BootstrapRecord::SortedLambda, "_J2a_Boot_Sorted lambda.txt", "Lambda", true};
+const Statistic kR0{"SortBootstrapNetR0", [](const BootstrapRecord& R, long b, double& v) { return v = R.BootR0(b), true; },
+                    &BootstrapRecord::SortedR0, nullptr, "R0", false};
+const Statistic kR{"SortBootstrapIntrinsicRate",
+                   [](const BootstrapRecord& R, long b, double& v) { return v = R.BootR(b), true; },
+                   &BootstrapRecord::SortedR, "_J3a_Boot_Sorted r.txt", "r", false};
+const Statistic kT{"SortBootstrapMeanGenT", [](const BootstrapRecord& R, long b, double& v) { return v = R.BootT(b), true; },
+                   &BootstrapRecord::SortedT, "_J4a_Boot_Sorted T.txt", "T", true};
+const Statistic kGRR{"SortBootGRR", [](const BootstrapRecord& R, long b, double& v) { return v = R.BootGRR(b), true; },
+                     &BootstrapRecord::SortedGRR, nullptr, "GRR", false};
+const Statistic kFecundity{"SortBootFecundity",
+                           [](const BootstrapRecord& R, long b, double& v) { return v = R.BootF(b), true; },
+                           &BootstrapRecord::SortedF, "_J6a_Boot_Sorted Fecundity.txt", "Fecundity", false};
+// The eggs of the sample (BootF times its females) over its reproductive females.
+const Statistic kFecundityFr{"SortedBootFecundityNfr",
+                             [](const BootstrapRecord& R, long b, double& v) {
+                               if (R.BootNfr(b) == 0) return false;
+                               v = R.BootF(b) * R.BootNf(b) / R.BootNfr(b);
+                               return true;
+                             },
+                             nullptr, "_J8a_Boot_Sorted Fecundity (Fr).txt", "Fecundity(Fr)", false};
+const Statistic kFemaleProportion{"SortBootFemaleProportion",
+                                  [](const BootstrapRecord& R, long b, double& v) {
+                                    return v = R.BootNf(b) / static_cast<double>(R.BootSampleSize), true;
+                                  },
+                                  &BootstrapRecord::SortedNfToN, "_J7c_Boot_Sorted Female proportion.txt", "Nf/N",
+                                  false};
+const Statistic kLongevity{"SortBootLongevity",
+                           [](const BootstrapRecord& R, long b, double& v) { return v = R.BootLongevity(b), true; },
+                           &BootstrapRecord::SortedLongevity, "_J7a_Boot_Sorted Longevity.txt", "Longevity", false};
+
+}  // namespace
+
+long BootPercentiles::SortStatistic(const SortedStatistic& st, long m) {
+  if (st.flow) Flow(st.flow);
+  BootstrapRecord& R = S.boot;
+  const long count = LoadAndSort(m, [&](long b, double& v) { return st.value(R, b, v); });
+  if (st.sorted)
+    for (long i = 1; i <= count; ++i) (R.*st.sorted)(i) = R.sort.SortValue(i);
+  if (st.file) {
+    TextFile out(OutputName(S, st.file));
+    SortedHead(out, true);
+    SortedRows(out, st.column, st.skipZeros);
+  }
+  return count;
+}
+
 template <class ValueOf>
 long BootPercentiles::LoadAndSort(long m, ValueOf value) {
   SortStore& s = S.boot.sort;
@@ -158,8 +221,7 @@ void BootPercentiles::SortLambda(Order order) {
   BootstrapRecord& R = S.boot;
   SortStore& s = R.sort;
   const long E = R.EffectiveCount;
-  LoadAndSort(E, [&](long b, double& v) { return v = R.BootLambda(b), true; });
-  for (long i = 1; i <= E; ++i) R.SortedLambda(i) = s.SortValue(i);
+  SortStatistic(kLambda, E);
 
   SetPercentileTable(s);
   auto sampleAt = [&](double p) { return s.SortIndex(PercentileIndex(E, p)); };
@@ -169,12 +231,6 @@ void BootPercentiles::SortLambda(Order order) {
   s.Lambda500Sample = sampleAt(0.5);
   s.Lambda975Sample = sampleAt(0.975);
   CountGroupsFromFirst(s.LambdaGroups, E);
-
-  {
-    TextFile out(OutputName(S, "_J2a_Boot_Sorted lambda.txt"));
-    SortedHead(out, true);
-    SortedRows(out, "Lambda", true);
-  }
   {
     TextFile out(OutputName(S, "_J2b_Boot_Sorted lambda_counts.txt"));
     SortedHead(out, false);
@@ -207,7 +263,6 @@ void BootPercentiles::AskR0Precision() {
 }
 
 void BootPercentiles::SortBootstrapNetR0() {
-  Flow("SortBootstrapNetR0");
   AskR0Precision();
   BootstrapRecord& R = S.boot;
   SortStore& s = R.sort;
@@ -215,8 +270,7 @@ void BootPercentiles::SortBootstrapNetR0() {
     throw ProgramEnd{"The precision for grouping Ro must be 0 to 6, not " + std::to_string(R.R0Precision) + ".",
                      "Precision of R0"};
   const long B = R.BootB;
-  LoadAndSort(B, [&](long b, double& v) { return v = R.BootR0(b), true; });
-  for (long i = 1; i <= B; ++i) R.SortedR0(i) = s.SortValue(i);
+  SortStatistic(kR0, B);
   auto sampleAt = [&](double p) { return s.SortIndex(PercentileIndex(B, p)); };
   s.R0025Sample = sampleAt(0.025);
   s.R0500Sample = sampleAt(0.5);
@@ -285,22 +339,15 @@ void BootPercentiles::SortBootstrapNetR0() {
 }
 
 void BootPercentiles::SortBootstrapIntrinsicRate() {
-  Flow("SortBootstrapIntrinsicRate");
   BootstrapRecord& R = S.boot;
   SortStore& s = R.sort;
   const long E = R.EffectiveCount;
-  LoadAndSort(E, [&](long b, double& v) { return v = R.BootR(b), true; });
-  for (long i = 1; i <= E; ++i) R.SortedR(i) = s.SortValue(i);
+  SortStatistic(kR, E);
   auto sampleAt = [&](double p) { return s.SortIndex(PercentileIndex(E, p)); };
   s.R025Sample = sampleAt(0.025);
   s.R500Sample = sampleAt(0.5);
   s.R975Sample = sampleAt(0.975);
   CountGroupsFromFirst(s.RGroups, E);
-  {
-    TextFile out(OutputName(S, "_J3a_Boot_Sorted r.txt"));
-    SortedHead(out, true);
-    SortedRows(out, "r", false);
-  }
   {
     TextFile out(OutputName(S, "_J3b_Boot_Sorted r_counts.txt"));
     SortedHead(out, false);
@@ -318,21 +365,14 @@ void BootPercentiles::SortBootstrapIntrinsicRate() {
 }
 
 void BootPercentiles::SortBootstrapMeanGenT() {
-  Flow("SortBootstrapMeanGenT");
   BootstrapRecord& R = S.boot;
   SortStore& s = R.sort;
   const long E = R.EffectiveCount;
-  LoadAndSort(E, [&](long b, double& v) { return v = R.BootT(b), true; });
-  for (long i = 1; i <= E; ++i) R.SortedT(i) = s.SortValue(i);
+  SortStatistic(kT, E);
   auto sampleAt = [&](double p) { return s.SortIndex(PercentileIndex(E, p)); };
   s.T025Sample = sampleAt(0.025);
   s.T500Sample = sampleAt(0.5);
   s.T975Sample = sampleAt(0.975);
-  {
-    TextFile out(OutputName(S, "_J4a_Boot_Sorted T.txt"));
-    SortedHead(out, true);
-    SortedRows(out, "T", true);
-  }
   PercentileFile f{"_J4c_Boot_0.025 and 0.975 percentile-T.txt", "mean generation time"};
   f.sample[0] = s.T025Sample;
   f.sample[1] = s.T500Sample;
@@ -344,81 +384,42 @@ void BootPercentiles::SortBootstrapMeanGenT() {
 }
 
 void BootPercentiles::SortBootGRR() {
-  Flow("SortBootGRR");
   BootstrapRecord& R = S.boot;
   SortStore& s = R.sort;
   const long E = R.EffectiveCount;
-  LoadAndSort(E, [&](long b, double& v) { return v = R.BootGRR(b), true; });
-  for (long i = 1; i <= E; ++i) R.SortedGRR(i) = s.SortValue(i);
+  SortStatistic(kGRR, E);
   s.GRR025 = R.SortedGRR(PercentileIndexGRR(E, 0.025));
   s.GRR975 = R.SortedGRR(PercentileIndexGRR(E, 0.975));
 }
 
 void BootPercentiles::SortBootFecundity() {
-  Flow("SortBootFecundity");
   BootstrapRecord& R = S.boot;
   SortStore& s = R.sort;
   const long E = R.EffectiveCount;
-  LoadAndSort(E, [&](long b, double& v) { return v = R.BootF(b), true; });
-  for (long i = 1; i <= E; ++i) R.SortedF(i) = s.SortValue(i);
+  SortStatistic(kFecundity, E);
   for (int w = 0; w < 3; ++w) s.FByB(w) = R.SortedF(PositionByB(R.BootB, w));
   CountGroupsFromFirst(s.OtherGroups, E);
-  {
-    TextFile out(OutputName(S, "_J6a_Boot_Sorted Fecundity.txt"));
-    SortedHead(out, true);
-    SortedRows(out, "Fecundity", false);
-  }
   TextFile out(OutputName(S, "_J6b_Boot_Sorted Fecundity_counts-new.txt"));
   SortedHead(out, false);
   GroupRows(out, "Fecundity", s.OtherGroups, false);
 }
 
 void BootPercentiles::SortedBootFecundityNfr() {
-  Flow("SortedBootFecundityNfr");
   BootstrapRecord& R = S.boot;
   SortStore& s = R.sort;
-  // The eggs of the sample (BootF times its females) over its reproductive females.
-  const long m = LoadAndSort(R.EffectiveCount, [&](long b, double& v) {
-    if (R.BootNfr(b) == 0) return false;
-    v = R.BootF(b) * R.BootNf(b) / R.BootNfr(b);
-    return true;
-  });
+  const long m = SortStatistic(kFecundityFr, R.EffectiveCount);
   s.SortedFNfrCount = static_cast<std::int32_t>(m);
   for (long i = 1; i <= m; ++i) s.SortedFNfr(i) = s.SortValue(i);
   for (int w = 0; w < 3; ++w) s.FNfrByB(w) = s.SortedFNfr(PositionByB(R.BootB, w));
   CountGroupsFromFirst(s.OtherGroups, m);
-  {
-    TextFile out(OutputName(S, "_J8a_Boot_Sorted Fecundity (Fr).txt"));
-    SortedHead(out, true);
-    SortedRows(out, "Fecundity(Fr)", false);
-  }
   TextFile out(OutputName(S, "_J8b_Boot_Sorted Fecundity (Fr)-count.txt"));
   SortedHead(out, false);
   GroupRows(out, "Fecundity(Fr)", s.OtherGroups, false);
 }
 
-void BootPercentiles::SortBootFemaleProportion() {
-  Flow("SortBootFemaleProportion");
-  BootstrapRecord& R = S.boot;
-  const double n = R.BootSampleSize;
-  const long E = R.EffectiveCount;
-  LoadAndSort(E, [&](long b, double& v) { return v = R.BootNf(b) / n, true; });
-  for (long i = 1; i <= E; ++i) R.SortedNfToN(i) = R.sort.SortValue(i);
-  TextFile out(OutputName(S, "_J7c_Boot_Sorted Female proportion.txt"));
-  SortedHead(out, true);
-  SortedRows(out, "Nf/N", false);
-}
+void BootPercentiles::SortBootFemaleProportion() { SortStatistic(kFemaleProportion, S.boot.EffectiveCount); }
 
-void BootPercentiles::SortBootLongevity() {
-  Flow("SortBootLongevity");
-  BootstrapRecord& R = S.boot;
-  const long E = R.EffectiveCount;
-  LoadAndSort(E, [&](long b, double& v) { return v = R.BootLongevity(b), true; });
-  for (long i = 1; i <= E; ++i) R.SortedLongevity(i) = R.sort.SortValue(i);
-  TextFile out(OutputName(S, "_J7a_Boot_Sorted Longevity.txt"));
-  SortedHead(out, true);
-  SortedRows(out, "Longevity", false);
-}
+void BootPercentiles::SortBootLongevity() { SortStatistic(kLongevity, S.boot.EffectiveCount); }
 
 void BootPercentiles::SortAndWritePercentileTables() {
   BootstrapRecord& R = S.boot;
