@@ -543,6 +543,14 @@ void ConsoleWindow::closeEvent(QCloseEvent* event) {
     return;
   }
   if (largeGraph_) largeGraph_->close();
+  // The files the session kept open (the flow record) are closed now: one that could not be
+  // written whole is told before the window goes.
+  const CommandOutcome closed = EndSession(*store_);
+  if (closed.EndsAsOnFault()) {
+    QMessageBox box(QMessageBox::Critical, Q(closed.title), Q(closed.message), QMessageBox::Ok, this);
+    box.setObjectName("FaultBox");
+    box.exec();
+  }
   event->accept();
 }
 
