@@ -46,7 +46,7 @@ void StageStatsEngine::APOPandTPOP() {
   }
   ApplyStatisticsRule(w.ApopStat, aSum, aSq, count);
   ApplyStatisticsRule(w.TpopStat, tSum, tSq, count);
-  if (W.run.Boot == 0) {
+  if (BasicPass()) {
     Keep().stageStats.ApopBasic = w.ApopStat.mean;
     Keep().stageStats.TpopBasic = w.TpopStat.mean;
   }

@@ -48,7 +48,7 @@ void LifeTableEngine::Life01Gosub100() {
     if (!ApplyStatistics(s, q, count, L.StageMean(j), L.StageVariance(j), L.StageSD(j))) continue;
     if (boot > 0) {
       W.boot.sample.StageMean(j) = L.StageMean(j);
-    } else {
+    } else if (BasicPass()) {
       Keep().lifeTable.OriginalStageMean(j) = L.StageMean(j);
       Keep().lifeTable.OriginalStageSurvivors(j) = count;
     }
@@ -75,11 +75,11 @@ void LifeTableEngine::Life01Gosub290() {
       ++count;
     }
     L.CumSurvivors(j) = count;
-    if (boot == 0) Keep().lifeTable.OriginalCumSurvivors(j) = count;
+    if (BasicPass()) Keep().lifeTable.OriginalCumSurvivors(j) = count;
     if (!ApplyStatistics(s, q, count, L.CumMean(j), L.CumVariance(j), L.CumSD(j))) continue;
     if (boot > 0) {
       W.boot.sample.CumMean(j) = L.CumMean(j);
-    } else {
+    } else if (BasicPass()) {
       Keep().lifeTable.OriginalCumMean(j) = L.CumMean(j);
       if (j == m - 1) Keep().lifeTable.PreadultMeanTime = L.CumMean(j);
     }
@@ -88,7 +88,7 @@ void LifeTableEngine::Life01Gosub290() {
   L.PreadultSurvival = static_cast<double>(L.CumSurvivors(m - 1 < 0 ? 0 : m - 1)) / N;
   if (boot > 0)
     W.boot.sample.PreadultSurvival = L.PreadultSurvival;
-  else
+  else if (BasicPass())
     Keep().lifeTable.PreadultSurvivalOriginal = L.PreadultSurvival;
 
   // LastAge: MaxLongevity - 1 as a rule, and always in a Basic Run, where the longevity
@@ -165,7 +165,7 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
       if (boot > 0) {
         auto& rec = W.boot.sample;
         (cumulative ? rec.TypeCumMean : rec.TypeStageMean)(t, j) = means(t, j);
-      } else {
+      } else if (BasicPass()) {
         auto& R = Keep().lifeTable;
         (cumulative ? R.OriginalTypeCumCount : R.OriginalTypeStageCount)(t, j) = count;
         (cumulative ? R.OriginalTypeCumMean : R.OriginalTypeStageMean)(t, j) = means(t, j);

@@ -79,12 +79,12 @@ void LifeTableEngine::Life04Gosub0290() {
     }
     T.Lx(x) = static_cast<double>(T.NAge(x)) / N;
     if (x == S.settings.SpecificAge) {
-      if (boot == 0)
-        Keep().lifeTable.LxAtSpecificAge = T.Lx(x);
-      else
+      if (boot > 0)
         W.boot.sample.LxAtSpecificAge = T.Lx(x);
+      else if (BasicPass())
+        Keep().lifeTable.LxAtSpecificAge = T.Lx(x);
     }
-    if (boot == 0) Keep().basic.OriginalLx(x) = T.Lx(x);
+    if (BasicPass()) Keep().basic.OriginalLx(x) = T.Lx(x);
     if (T.Lx(x) == 0) {
       SurvivalRanOut(x);
       L.OneMinusLx(x) = 1 - T.Lx(x);
@@ -92,7 +92,7 @@ void LifeTableEngine::Life04Gosub0290() {
     }
     L.OneMinusLx(x) = 1 - T.Lx(x);
   }
-  if (boot == 0) Keep().lifeTable.OriginalLastAge = last;
+  if (BasicPass()) Keep().lifeTable.OriginalLastAge = last;
 
   MedianAndSpecificAges();
 
@@ -106,7 +106,7 @@ void LifeTableEngine::Life04Gosub0290() {
     rec.PreadultDeathProb = preadult;
     rec.PreadultSurvivalByDeaths = 1 - preadult;
     for (int j = 1; j <= m + 1; ++j) rec.StageDeathProb(j) = L.StageDeathProb(j);
-  } else {
+  } else if (BasicPass()) {
     Keep().lifeTable.OriginalPreadultDeathProb = preadult;
     for (int j = 1; j <= m + 1; ++j) Keep().lifeTable.OriginalStageDeathProb(j) = L.StageDeathProb(j);
   }
@@ -149,7 +149,7 @@ void LifeTableEngine::MedianAndSpecificAges() {
     auto& rec = W.boot.sample;
     ageAt(0.5, false, rec.MedianAge);
     if (S.settings.SpecificSurvival != 0.5) ageAt(S.settings.SpecificSurvival, true, rec.SpecificSurvivalAge);
-  } else {
+  } else if (BasicPass()) {
     ageAt(0.5, false, Keep().lifeTable.MedianAge);
     if (S.settings.SpecificSurvival != 0.5)
       ageAt(S.settings.SpecificSurvival, true, Keep().lifeTable.SpecificSurvivalAge);
@@ -214,7 +214,7 @@ void LifeTableEngine::StageRates() {
   for (int j = 1; j <= m - 1; ++j) {
     if (boot > 0)
       W.boot.sample.StageToNext(j) = L.StageToNext(j);
-    else
+    else if (BasicPass())
       Keep().lifeTable.OriginalStageToNext(j) = L.StageToNext(j);
   }
 

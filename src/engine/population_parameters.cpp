@@ -42,7 +42,6 @@ double StepFiniteRateFor(double lambda, double timeUnit) {
 
 long ParameterEngine::BootIndex() const { return static_cast<long>(W.run.Boot); }
 
-bool ParameterEngine::BasicPass() const { return W.params.JackNo == 0 && W.run.Boot == 0; }
 
 // The kind of resampling: the workspace's own when its driver set it, else the run's.
 const std::string& ParameterEngine::ResampleKind() const {
@@ -113,7 +112,7 @@ void ParameterEngine::Life05Gosub1370() {
     double sum = 0;
     for (int j = 1; j <= m + 1; ++j) sum += t.Fxj(x, j) * t.Sxj(x, j);
     p.Mx(x) = sum / t.Lx(x);
-    if (W.run.Boot == 0) Keep().params.BasicRunMx(x) = p.Mx(x);
+    if (BasicPass()) Keep().params.BasicRunMx(x) = p.Mx(x);
     if (x == 0)
       p.CumLxMx(0) = t.Lx(0) * p.Mx(0);
     else
@@ -363,7 +362,7 @@ void ParameterEngine::CalculusParameters(Twin twin) {
       p.SurvivalRateStep = (1 - a0) * p.StepFiniteRate;
       p.DeathRateStep = 1 - p.SurvivalRateStep;
     }
-    AgeStageReproductiveValue(W.run.Boot == 0);
+    AgeStageReproductiveValue(BasicPass());
     if (W.run.Boot == 0)
       FemaleFiguresBasic();
     else

@@ -116,7 +116,6 @@ class ParameterEngine : public EngineProcedures {
 
   // Indices of the pass.
   long BootIndex() const;
-  bool BasicPass() const;  // JackNo = 0 and Boot = 0
   const std::string& ResampleKind() const;
 
   // TPOP of the cohort for the main table.

@@ -41,7 +41,7 @@ void ParameterEngine::MakeDiscountTable(double r, double timeUnit, int lastAge) 
 void ParameterEngine::Life05Gosub90Then1080() {
   FlowEngine("Life05Gosub90Then1080");
   Life05Gosub90Then1080BSDrate();
-  AgeStageReproductiveValue(true);
+  AgeStageReproductiveValue(BasicPass());
   FemaleFiguresBasic();
 }
 

@@ -138,7 +138,7 @@ void StageStatsEngine::CountOvipositionDays() {
   }
   w.TotalOviDays = sum;
   w.TotalFemaleEggs = eggs;
-  if (w.TotalOviDays != 0 && W.run.Boot == 0) Keep().stageStats.FecundityPerOviDay = eggs / w.TotalOviDays;
+  if (w.TotalOviDays != 0 && BasicPass()) Keep().stageStats.FecundityPerOviDay = eggs / w.TotalOviDays;
   w.NoOviDaysFlag = w.ReproductiveFemaleCount == 0 ? "Yes" : "No";
   ApplyStatisticsRule(w.OviDaysStat, sum, sumSquares, w.ReproductiveFemaleCount);
   W.boot.sample.OviDays = w.OviDaysStat.mean;

@@ -78,6 +78,9 @@ class EngineProcedures {
 
  protected:
   Session& Keep() const;
+  // The pass of the whole cohort in a Basic Run: neither a bootstrap replicate nor a cohort
+  // less one individual (a jackknife pass). Only it keeps values for the session.
+  bool BasicPass() const { return W.params.JackNo == 0 && W.run.Boot == 0; }
   void Flow(std::string_view entry) { WriteFlow(S.options, C, entry); }
   void FlowEngine(std::string_view entry) {
     const std::string& mode = S.options.FlowMode;
