@@ -59,37 +59,11 @@ void BootstrapStatistics::FrequencyClasses() {
   BootstrapRecord& R = S.boot;
   const long E = R.EffectiveCount;
   const int bars = R.HistogramBars, plus1 = R.HistogramBarsPlus1;
-  R.RClassCount.Fill(0);
-  R.R0ClassCount.Fill(0);
-  R.RClassWidth = (R.R.max - R.R.min) / bars;
-  for (int i = 0; i <= plus1 + 1; ++i) {
-    R.RClassEdge(i) = i * R.RClassWidth + R.R.min;
-    R.RClassCentre(i) = R.RClassEdge(i) + R.RClassWidth / 2;
-  }
-  R.R0ClassWidth = (R.R0.max - R.R0.min) / bars;
-  for (int i = 0; i <= plus1 + 2; ++i) {
-    R.R0ClassEdge(i) = i * R.R0ClassWidth + R.R0.min;
-    R.R0ClassCentre(i) = R.R0ClassEdge(i) + R.R0ClassWidth / 2;
-  }
-  for (long b = 1; b <= E; ++b) {
-    // The class of a value is the one before the first edge above it; the maximum, which is
-    // below no earlier edge, lands in the class after the last full one.
-    const double r = R.BootR(b);
-    for (int i = 0; i <= plus1; ++i) {
-      if (r < R.RClassEdge(i)) {
-        if (i >= 1) R.RClassCount(i - 1) += 1;
-        break;
-      }
-    }
-    const double r0 = R.BootR0(b);
-    if (r0 == 0) continue;
-    for (int i = 0; i <= plus1 + 1; ++i) {
-      if (r0 < R.R0ClassEdge(i)) {
-        if (i >= 1) R.R0ClassCount(i - 1) += 1;
-        break;
-      }
-    }
-  }
+  R.RClassWidth = CountClasses(R.R.min, R.R.max, bars, plus1 + 1, plus1, E, R.RClassEdge, R.RClassCentre,
+                               R.RClassCount, [&](long b, double& v) { return v = R.BootR(b), true; });
+  // A sample without offspring has no class of R0.
+  R.R0ClassWidth = CountClasses(R.R0.min, R.R0.max, bars, plus1 + 2, plus1 + 1, E, R.R0ClassEdge, R.R0ClassCentre,
+                                R.R0ClassCount, [&](long b, double& v) { return v = R.BootR0(b), v != 0; });
 }
 
 void BootstrapStatistics::Boot01() {

@@ -30,6 +30,34 @@ BootSummary SummarizeSamples(long E, ValueOf value) {
   return s;
 }
 
+// Frequency classes of equal width between min and max: edges i * width + min for
+// i = 0..lastEdge, each centre half a width on. A value counts in the class before the first
+// edge above it, looked for among edges 0..lastLooked: the maximum, below no earlier edge,
+// lands in the class after the last full one. value(k, v) gives value k = 1..count, false to
+// leave it out. Returns the width.
+template <class ValueOf>
+double CountClasses(double min, double max, int bars, int lastEdge, int lastLooked, long count,
+                    Vec<double, 0, 60>& edges, Vec<double, 0, 60>& centres, Vec<double, 0, 60>& counts,
+                    ValueOf value) {
+  counts.Fill(0);
+  const double width = (max - min) / bars;
+  for (int i = 0; i <= lastEdge; ++i) {
+    edges(i) = i * width + min;
+    centres(i) = edges(i) + width / 2;
+  }
+  for (long k = 1; k <= count; ++k) {
+    double v = 0;
+    if (!value(k, v)) continue;
+    for (int i = 0; i <= lastLooked; ++i) {
+      if (v < edges(i)) {
+        if (i >= 1) counts(i - 1) += 1;
+        break;
+      }
+    }
+  }
+  return width;
+}
+
 class BootstrapStatistics : public Procedures {
  public:
   using Procedures::Procedures;

@@ -6,6 +6,7 @@
 #include "commands/basic_run_driver.h"
 #include "commands/bootstrap_driver.h"
 #include "commands/curtailed_r_command.h"
+#include "commands/jackknife_command.h"
 #include "commands/paired_test_commands.h"
 #include "commands/read_data_a1.h"
 #include "commands/spec_boot_sample.h"
@@ -34,6 +35,7 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
       {"cmdPairedBootTest", Run<PairedTestCommands, &PairedTestCommands::cmdPairedBootTest_Click>},
       {"cmdPBTPooled", Run<PairedTestCommands, &PairedTestCommands::cmdPBTPooled_Click>},
+      {"Command21", Run<JackknifeCommand, &JackknifeCommand::Command21_Click>},
       {"cmdCurtailedR", Run<CurtailedRCommand, &CurtailedRCommand::cmdCurtailedR_Click>},
       {"cmdWriteSpeLifeTable", Run<SpecBootSampleCommand, &SpecBootSampleCommand::cmdWriteSpeLifeTable_Click>},
   };

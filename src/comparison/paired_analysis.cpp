@@ -65,17 +65,6 @@ void OpenDetailFiles(DetailFiles& d, const SessionStore& S, int i, int j) {
 
 }  // namespace
 
-std::string DateTimeText() {
-  const std::time_t now = std::time(nullptr);
-  std::tm t{};
-  localtime_r(&now, &t);
-  const int hour12 = t.tm_hour % 12 == 0 ? 12 : t.tm_hour % 12;
-  char buf[64];
-  std::snprintf(buf, sizeof buf, "%d/%d/%d %d:%02d:%02d %s", t.tm_mon + 1, t.tm_mday, t.tm_year + 1900, hour12,
-                t.tm_min, t.tm_sec, t.tm_hour < 12 ? "AM" : "PM");
-  return buf;
-}
-
 void PairedBootTest::BasicAnalysisForCI() {
   Flow("BasicAnalysisForCI");
   auto& c = S.comparison;

@@ -46,7 +46,5 @@ class PairedBootTest : public Procedures {
   TextFile report_;  // channel 3 while the report is written
 };
 
-// Date and time as the console shows them ("m/d/yyyy h:mm:ss AM").
-std::string DateTimeText();
 
 }  // namespace korvan

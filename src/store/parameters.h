@@ -96,6 +96,10 @@ struct PopulationParameters {
   // Jackknife results by the number of the individual left out.
   IndDbl JackR{"JackR"}, JackR0{"JackR0"}, JackT{"JackT"}, JackLambda{"JackLambda"},
       JackGRR{"JackGRR"}, JackPseudoR{"JackPseudoR"};
+  IndDbl JackPseudoLambda{"JackPseudoLambda"}, JackPseudoR0{"JackPseudoR0"}, JackPseudoT{"JackPseudoT"},
+      JackPseudoGRR{"JackPseudoGRR"};
+  int JackCohortSize = 0;       // N of the cohort whose individuals were left out in turn
+  std::string JackknifeDone;    // "Yes" once the jackknife has run in the session
 
 
   // Curtailed and tailed rates.

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <limits>
 
 #include "store/faults.h"
@@ -81,6 +82,17 @@ std::string FullPrecision(double v) {
 std::string PrintNumber(double v) {
   char buf[kNumberTextSize + 2];
   return std::string(buf, FormatPrintNumber(v, buf));
+}
+
+std::string DateTimeText() {
+  const std::time_t now = std::time(nullptr);
+  std::tm t{};
+  localtime_r(&now, &t);
+  const int hour12 = t.tm_hour % 12 == 0 ? 12 : t.tm_hour % 12;
+  char buf[64];
+  std::snprintf(buf, sizeof buf, "%d/%d/%d %d:%02d:%02d %s", t.tm_mon + 1, t.tm_mday, t.tm_year + 1900, hour12,
+                t.tm_min, t.tm_sec, t.tm_hour < 12 ? "AM" : "PM");
+  return buf;
 }
 
 }  // namespace korvan

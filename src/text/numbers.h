@@ -59,4 +59,7 @@ std::string PrintNumber(double v);
 // The number at full precision with no blanks: ages "as text without the leading blank".
 inline std::string NumberText(double v) { return FullPrecision(v); }
 
+// Date and time of the clock as the console shows them ("m/d/yyyy h:mm:ss AM").
+std::string DateTimeText();
+
 }  // namespace korvan

@@ -50,6 +50,9 @@ constexpr ConsoleRule kRules[] = {
     {kA3, "A3 normality", {"cmdShowCumuFreqinProbit"}, {}, {}, {}},
     {kA3, "A3 ends", {"cmdSortAndCountLT"}, {kA1}, {}, {}},
 
+    // "Jackknife": the further commands close as in a bootstrap.
+    {"Command21", "Jackknife runs", {}, {"Command27", "Command28"}, {}, {}},
+
     // "C. Paired BT" and "PBT pooled"
     {kC, "C begins", {}, {}, {}, {"MSChart1", "lblBootBegin", "lblBootEnd"}},
     {kC, "C settled", {}, {kA1, kA2, kA3, kPooled}, {}, {}},
