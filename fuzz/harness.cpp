@@ -268,6 +268,28 @@ Outcome RunColumnFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   return detailed;
 }
 
+Outcome RunRatioFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  bench.Clear();
+  const std::string column = bench.Add("column.txt", data, size);
+  const std::string fixed = bench.Add("fixed.txt", kColumnFile, std::strlen(kColumnFile));
+  for (const bool columnFirst : {true, false}) {
+    Outcome ran = Guarded([&] {
+      auto S = std::make_unique<Session>();
+      S->StartUp();
+      SetStartUpConsole(S->console);
+      AcceptingPrompts P;
+      P.inputs["Transformation?"] = "0";
+      P.files["Select the numerator file (partial)"] = columnFirst ? column : fixed;
+      P.files["Select the denominator file (total)"] = columnFirst ? fixed : column;
+      Press(*S, P, "cmdCalculateRatio");
+      return Outcome{};
+    });
+    bench.ExpectIntact(column, data, size);
+    if (ran.ending != Ending::Ran) return ran;
+  }
+  return {};
+}
+
 Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
   const std::string pooled = bench.Put("pooled.txt", data, size);
   InFolder here(bench.Path());

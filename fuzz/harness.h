@@ -83,6 +83,10 @@ Outcome RunColumnFile(Workbench& bench, const std::uint8_t* data, std::size_t si
 // files and curves for a small file (and the exchange sort, which it then uses).
 Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
+// The bytes as the numerator file of "J. Cal. ratio", the denominator the column file
+// kColumnFile; then the other way round. Outcome of the first route that doesn't run through.
+Outcome RunRatioFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
 // The other treatment of RunColumnFile: 20 values of r.
 extern const char* const kColumnFile;
 

@@ -1,6 +1,8 @@
 #include "bootstrap/bootstrap_statistics.h"
 
 #include "bootstrap/cohort_values.h"
+#include "text/numbers.h"
+#include "store/faults.h"
 
 namespace korvan {
 
@@ -53,6 +55,21 @@ void BootstrapStatistics::SummarizeAll() {
   for (long b = 1; b <= E; ++b) q += (R.R.mean - R.BootR(b)) * (R.R.mean - R.BootR(b));
   R.RDoubleCheckSE = std::sqrt(q / (static_cast<double>(E) - 1));
   FrequencyClasses();
+}
+
+double TransformProportion(const std::string& kind, double x, const std::string& title) {
+  if (kind == "Arcsine") {
+    if (x < 0 || x > 1)
+      throw ProgramEnd{"Invalid procedure call or argument: arcsine transformation of " + FullPrecision(x), title};
+    const double y = std::sqrt(x);
+    return std::atan(y / std::sqrt(1 - y * y));
+  }
+  if (kind == "Logit") {
+    if (x <= 0 || x >= 1)
+      throw ProgramEnd{"Invalid procedure call or argument: logit transformation of " + FullPrecision(x), title};
+    return std::log(x / (1 - x));
+  }
+  return x;
 }
 
 void BootstrapStatistics::FrequencyClasses() {

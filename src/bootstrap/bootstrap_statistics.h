@@ -30,6 +30,11 @@ BootSummary SummarizeSamples(long E, ValueOf value) {
   return s;
 }
 
+// A proportion transformed as kind says: "Arcsine" (the arcsine of its square root), "Logit"
+// (ln(p / (1 - p))), anything else leaves it. A value outside the transformation's range ends
+// the run with a message under title.
+double TransformProportion(const std::string& kind, double x, const std::string& title);
+
 // Frequency classes of equal width between min and max: edges i * width + min for
 // i = 0..lastEdge, each centre half a width on. A value counts in the class before the first
 // edge above it, looked for among edges 0..lastLooked: the maximum, below no earlier edge,

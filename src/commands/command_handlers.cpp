@@ -8,6 +8,7 @@
 #include "commands/curtailed_r_command.h"
 #include "commands/jackknife_command.h"
 #include "commands/paired_test_commands.h"
+#include "commands/ratio_command.h"
 #include "commands/read_data_a1.h"
 #include "commands/spec_boot_sample.h"
 
@@ -36,6 +37,7 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdPairedBootTest", Run<PairedTestCommands, &PairedTestCommands::cmdPairedBootTest_Click>},
       {"cmdPBTPooled", Run<PairedTestCommands, &PairedTestCommands::cmdPBTPooled_Click>},
       {"Command21", Run<JackknifeCommand, &JackknifeCommand::Command21_Click>},
+      {"cmdCalculateRatio", Run<RatioCommand, &RatioCommand::cmdCalculateRatio_Click>},
       {"cmdCurtailedR", Run<CurtailedRCommand, &CurtailedRCommand::cmdCurtailedR_Click>},
       {"cmdWriteSpeLifeTable", Run<SpecBootSampleCommand, &SpecBootSampleCommand::cmdWriteSpeLifeTable_Click>},
   };

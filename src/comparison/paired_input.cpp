@@ -5,6 +5,7 @@
 #include <cmath>
 #include <string>
 
+#include "bootstrap/bootstrap_statistics.h"
 #include "comparison/paired_test.h"
 #include "input/field_reader.h"
 #include "store/faults.h"
@@ -19,21 +20,7 @@ constexpr const char* kTitle = "Paired bootstrap test";
 // A "long" field: the number read, rounded.
 std::int32_t ReadLong(FieldReader& in) { return CInt(in.ReadNumber()); }
 
-// The transformation of the first pass: arcsine of the square root, or logit.
-double Transform(const std::string& kind, double x) {
-  if (kind == "Arcsine") {
-    if (x < 0 || x > 1)
-      throw ProgramEnd{"Invalid procedure call or argument: arcsine transformation of " + FullPrecision(x), kTitle};
-    const double y = std::sqrt(x);
-    return std::atan(y / std::sqrt(1 - y * y));
-  }
-  if (kind == "Logit") {
-    if (x <= 0 || x >= 1)
-      throw ProgramEnd{"Invalid procedure call or argument: logit transformation of " + FullPrecision(x), kTitle};
-    return std::log(x / (1 - x));
-  }
-  return x;
-}
+double Transform(const std::string& kind, double x) { return TransformProportion(kind, x, kTitle); }
 
 }  // namespace
 

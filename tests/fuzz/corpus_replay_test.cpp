@@ -106,6 +106,18 @@ TEST(FuzzCorpus, RecordFilesRepeatTheirSamplesOrEndAsTheProgramEnds) {
                {"individual_beyond_pool.txt", "individual_zero.txt", "sample_size_beyond.txt"});
 }
 
+// The same files as one of the two files of a ratio: a column of the 20 values divides or is
+// divided, or the run ends with its message (a cut-short head, another B, a zero denominator).
+TEST(FuzzCorpus, ColumnFilesFormRatiosOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("column_file", RunRatioFile);
+  ASSERT_GE(endings.size(), 30u);
+  for (const auto& [file, outcome] : endings)
+    EXPECT_TRUE(outcome.ending == Ending::Ran || outcome.ending == Ending::ProgramEnd) << file << ": " << outcome.message;
+  // Another B than the fixed file's is told in a box and the command ends; so does a ratio.
+  ExpectEnding(endings, Ending::Ran, {"r_mite.txt", "equal_to_fixed_treatment.txt"});
+  ExpectEnding(endings, Ending::ProgramEnd, {"empty.txt", "head_cut_short.txt", "B_zero.txt", "fewer_values_than_B.txt"});
+}
+
 TEST(FuzzCorpus, ColumnFilesArePairedOrEndAsTheProgramEnds) {
   auto endings = ReplayFolder("column_file", RunColumnFile);
   ASSERT_GE(endings.size(), 30u);
