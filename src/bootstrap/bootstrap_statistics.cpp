@@ -72,6 +72,27 @@ double TransformProportion(const std::string& kind, double x, const std::string&
   return x;
 }
 
+void WriteFrequencyClasses(TextFile& out, const BootstrapRecord& R, bool isR, const BootSummary& summary,
+                           const std::string& kind, const char* note, long count) {
+  const std::string x = isR ? "r" : "R0";
+  out.Print("Max of " + kind + x + " =", summary.max, ".  Min of " + kind + x + " =", summary.min);
+  if (note) out.Print(note);
+  const int last = isR ? R.HistogramBarsPlus1 : R.HistogramBarsPlus1 + 1;
+  double total = 0;
+  for (int i = 0; i <= last; ++i) total += isR ? R.RClassCount(i) : R.R0ClassCount(i);
+  if (count >= 0)
+    out.Print("Sum of frequency of " + x + " =", total, count);
+  else
+    out.Print("Sum of frequency of " + x + " =", total);
+  out.Print("Class begin", Zone{}, "Class center", Zone{}, "Frequency");
+  for (int i = 0; i <= last; ++i) {
+    if (isR)
+      out.Print(R.RClassEdge(i), Zone{}, R.RClassCentre(i), Zone{}, R.RClassCount(i));
+    else
+      out.Print(R.R0ClassEdge(i), Zone{}, R.R0ClassCentre(i), Zone{}, R.R0ClassCount(i));
+  }
+}
+
 void BootstrapStatistics::FrequencyClasses() {
   BootstrapRecord& R = S.boot;
   const long E = R.EffectiveCount;

@@ -63,6 +63,12 @@ double CountClasses(double min, double max, int bars, int lastEdge, int lastLook
   return width;
 }
 
+// The classes of r (isR) or of R0 as the frequency files list them: "Max of <kind><x> =" with the
+// extremes of summary, the note when there is one, "Sum of frequency of <x> =" with the sum of
+// the counts (and count when it isn't negative), then a row per class: begin, centre, count.
+void WriteFrequencyClasses(TextFile& out, const BootstrapRecord& R, bool isR, const BootSummary& summary,
+                           const std::string& kind, const char* note, long count);
+
 class BootstrapStatistics : public Procedures {
  public:
   using Procedures::Procedures;

@@ -95,17 +95,7 @@ void Jackknife::jackknif() {
   }
   C.CohortSize = N - 1;
   // Longevities and the last age of the cohort less one, as a sample's are formed.
-  C.MaxLongevity = 0;
-  for (int i = 1; i <= C.CohortSize; ++i) {
-    std::int32_t total = 0;
-    for (int j = 1; j <= m; ++j) {
-      const double d = C.StageDuration(i, j);
-      total = CInt16(total + std::fabs(d));
-      if (d < 0) break;
-    }
-    C.TotalLongevity(i) = total;
-    if (total > C.MaxLongevity) C.MaxLongevity = total;
-  }
+  FormTotalLongevity(C, m);
   W.tables.LastAge = C.MaxLongevity - 1;
 }
 
@@ -235,21 +225,8 @@ void Jackknife::WriteJackknifeFrequency() {
   Flow("WriteJackknifeFrequency");
   const BootstrapRecord& R = S.boot;
   for (const bool isR : {true, false}) {
-    const std::string x = isR ? "r" : "R0";
-    const BootSummary& sum = isR ? R.R : R.R0;
     TextFile out(OutputName(S, isR ? "_9_Fig_Jackknife-r frequency.txt" : "_9_Fig_Jackknife-R0 frequency.txt"));
-    out.Print("Max of pseudo-" + x + " =", sum.max, ".  Min of pseudo-" + x + " =", sum.min);
-    const int last = isR ? R.HistogramBarsPlus1 : R.HistogramBarsPlus1 + 1;
-    double total = 0;
-    for (int i = 0; i <= last; ++i) total += isR ? R.RClassCount(i) : R.R0ClassCount(i);
-    out.Print("Sum of frequency of " + x + " =", total);
-    out.Print("Class begin", Zone{}, "Class center", Zone{}, "Frequency");
-    for (int i = 0; i <= last; ++i) {
-      if (isR)
-        out.Print(R.RClassEdge(i), Zone{}, R.RClassCentre(i), Zone{}, R.RClassCount(i));
-      else
-        out.Print(R.R0ClassEdge(i), Zone{}, R.R0ClassCentre(i), Zone{}, R.R0ClassCount(i));
-    }
+    WriteFrequencyClasses(out, R, isR, isR ? R.R : R.R0, "pseudo-", nullptr, -1);
   }
 }
 

@@ -6,6 +6,7 @@
 #include <limits>
 #include <string>
 
+#include "input/data_file_reader.h"
 #include "store/faults.h"
 #include "text/numbers.h"
 
@@ -83,13 +84,7 @@ void PoolSummary::Build(const SessionStore& S) {
     p.code = sex.size() == 1 ? sex[0] : '?';
     // The longevity as PrepareSampleForEngine sums it, rounded at each stage up to the death.
     try {
-      std::int32_t total = 0;
-      for (int j = 1; j <= m; ++j) {
-        const double d = pool.OriginalStageDuration(k, j);
-        total = CInt16(total + std::fabs(d));
-        if (d < 0) break;
-      }
-      p.longevity = total;
+      p.longevity = TotalLongevityOf(pool.OriginalStageDuration, k, m);
       p.longevityKnown = true;
     } catch (const OverflowFault&) {
       p.longevityKnown = false;  // the sample's own sum meets the fault
@@ -247,15 +242,8 @@ void Resampling::PrepareSampleForEngine() {
           pool_->individuals[static_cast<std::size_t>(k)].longevityKnown)
         known = &pool_->individuals[static_cast<std::size_t>(k)];
     }
-    if (known) {
-      total = known->longevity;  // her durations stand in the sample as in the pool
-    } else {
-      for (int j = 1; j <= m; ++j) {
-        const double d = C.StageDuration(position, j);
-        total = CInt16(total + std::fabs(d));
-        if (d < 0) break;
-      }
-    }
+    // Her durations stand in the sample as in the pool, whose summary knows her longevity.
+    total = known ? known->longevity : TotalLongevityOf(C.StageDuration, position, m);
     C.TotalLongevity(position) = total;
     if (total > C.MaxLongevity) C.MaxLongevity = total;
     eggs += W.boot.SampleIndividualFecundity(position);

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 
+#include "bootstrap/bootstrap_statistics.h"
 #include "bootstrap/cohort_values.h"
 #include "bootstrap/percentile.h"
 #include "bootstrap/result_files.h"
@@ -128,8 +129,6 @@ void BootResultFiles::WriteBootstrapFrequency() {
   Flow("WriteBootstrapFrequency");
   const BootstrapRecord& R = S.boot;
   for (const bool isR : {true, false}) {
-    const BootSummary& sum = isR ? R.R : R.R0;
-    const std::string x = isR ? "r" : "R0";
     TextFile out(OutputName(S, isR ? "_9_Bootstrap-r frequency.txt" : "_9_Bootstrap-R0 frequency.txt"));
     out.Print("Project: ", S.identity.ProjectName);
     out.Print("User: ", S.identity.UserName);
@@ -138,19 +137,9 @@ void BootResultFiles::WriteBootstrapFrequency() {
     out.Print("Bootstrap sample size (n) =", R.BootSampleSize);
     out.Print("Total number of effective bootstrap =", R.EffectiveCount);
     out.Print(isR ? "Intrinsic rate of increase (r)" : "Net reproductive rate (R0)");
-    out.Print("Max of boot-" + x + " =", sum.max, ".  Min of boot-" + x + " =", sum.min);
-    out.Print("These frequencies are grouped classes and the results might different from the true ones.");
-    const int last = isR ? R.HistogramBarsPlus1 : R.HistogramBarsPlus1 + 1;
-    double total = 0;
-    for (int i = 0; i <= last; ++i) total += isR ? R.RClassCount(i) : R.R0ClassCount(i);
-    out.Print("Sum of frequency of " + x + " =", total, R.EffectiveCount);
-    out.Print("Class begin", Zone{}, "Class center", Zone{}, "Frequency");
-    for (int i = 0; i <= last; ++i) {
-      if (isR)
-        out.Print(R.RClassEdge(i), Zone{}, R.RClassCentre(i), Zone{}, R.RClassCount(i));
-      else
-        out.Print(R.R0ClassEdge(i), Zone{}, R.R0ClassCentre(i), Zone{}, R.R0ClassCount(i));
-    }
+    WriteFrequencyClasses(out, R, isR, isR ? R.R : R.R0, "boot-",
+                          "These frequencies are grouped classes and the results might different from the true ones.",
+                          R.EffectiveCount);
   }
 }
 

@@ -167,21 +167,15 @@ void DataFileReader::ReadRecords(FieldReader& in, Target target) {
   }
 }
 
-void DataFileReader::SetTotalLongevity() {
-  Cohort& c = W.cohort;
-  const int m = S.header.StageCount;
-  c.MaxLongevity = 0;
-  for (long i = 1; i <= c.CohortSize; ++i) {
-    int total = 0;
-    for (int j = 1; j <= m; ++j) {
-      const double d = c.StageDuration(i, j);
-      total = CInt16(total + std::fabs(d));
-      if (d < 0) break;
-    }
-    c.TotalLongevity(i) = total;
-    if (total > c.MaxLongevity) c.MaxLongevity = total;
+void FormTotalLongevity(Cohort& C, int m) {
+  C.MaxLongevity = 0;
+  for (long i = 1; i <= C.CohortSize; ++i) {
+    C.TotalLongevity(i) = TotalLongevityOf(C.StageDuration, i, m);
+    if (C.TotalLongevity(i) > C.MaxLongevity) C.MaxLongevity = C.TotalLongevity(i);
   }
 }
+
+void DataFileReader::SetTotalLongevity() { FormTotalLongevity(W.cohort, S.header.StageCount); }
 
 }  // namespace korvan
 

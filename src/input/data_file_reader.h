@@ -6,10 +6,13 @@
 // counts). InputdataBoot reads the same file into the pool from which bootstrap samples are
 // drawn. A fault in the data ends the program (ProgramEnd); an index beyond a bound of the
 // store is a SubscriptFault, as everywhere.
+#include <cmath>
+#include <cstdint>
 #include <string>
 
 #include "run/run_context.h"
 #include "store/session_store.h"
+#include "text/numbers.h"
 
 namespace korvan {
 
@@ -31,6 +34,21 @@ inline constexpr const char* kDataFileErrorTitle = "Error in data file";
 // the values kept.
 double ReadFecundityList(FieldReader& in, Mat<double, kMaxIndividual, kMaxAge>& fecundity, long i, double d,
                          double factor);
+
+// The total longevity of individual i of m stages, durations(i, j): its durations added as
+// whole time units (16-bit, the overflow fault beyond) up to and with the stage of its death.
+template <class Durations>
+std::int32_t TotalLongevityOf(const Durations& durations, long i, int m) {
+  std::int32_t total = 0;
+  for (int j = 1; j <= m; ++j) {
+    const double d = durations(i, j);
+    total = CInt16(total + std::fabs(d));
+    if (d < 0) break;
+  }
+  return total;
+}
+// TotalLongevity of every individual of the cohort, and MaxLongevity.
+void FormTotalLongevity(Cohort& C, int m);
 
 class DataFileReader : public Procedures {
  public:
