@@ -90,7 +90,7 @@ void PrintParameters(const SessionStore& S) {
 }
 
 void PrintSummary(const SessionStore& S, const ConsoleDisplay& display, fs::file_time_type started,
-                  const std::string& failedFile, bool ranToEnd) {
+                  const std::vector<std::string>& notWhole, bool ranToEnd) {
   // The console's result fields; the parameters stand in the table when Basic Run has run.
   const bool table = S.basic.BasicRunDone == "yes";
   for (const auto& field : ResultFields()) {
@@ -108,10 +108,12 @@ void PrintSummary(const SessionStore& S, const ConsoleDisplay& display, fs::file
   fs::path folder = fs::path(S.identity.DataFilePath).parent_path();
   if (folder.empty()) folder = ".";
   auto written = FilesWrittenSince(folder, started);
-  // A file that could not be written whole is not among the files written.
-  const std::string failedName = failedFile.empty() ? "" : fs::path(failedFile).filename().string();
-  std::erase(written, failedName);
-  if (!failedFile.empty()) std::cout << "not written whole: " << failedFile << '\n';
+  // A file that could not be written whole, or that the ending cut short, is not among the
+  // files written.
+  for (const std::string& file : notWhole) {
+    std::erase(written, fs::path(file).filename().string());
+    std::cout << "not written whole: " << file << '\n';
+  }
   if (written.empty()) return;
   std::error_code ec;
   fs::path shown = fs::weakly_canonical(folder, ec);
@@ -184,7 +186,7 @@ int RunSession(const CliOptions& options, bool demo) {
 
   const auto started = fs::file_time_type::clock::now();
   int code = kExitDone;
-  std::string failedFile;
+  std::vector<std::string> notWhole;
   for (std::size_t k = 0; k <= commands.size(); ++k) {
     CommandOutcome out;
     if (k < commands.size()) {
@@ -195,8 +197,9 @@ int RunSession(const CliOptions& options, bool demo) {
     } else {
       out = EndSession(S);
     }
-    failedFile = out.failedFile;
     if (out.SessionGoesOn()) continue;
+    if (!out.failedFile.empty()) notWhole.push_back(out.failedFile);
+    notWhole.insert(notWhole.end(), out.cutShort.begin(), out.cutShort.end());
     display.EndProgress();
     switch (out.ending) {
       case CommandEnding::ProgramEnd:
@@ -232,7 +235,7 @@ int RunSession(const CliOptions& options, bool demo) {
     break;
   }
   display.EndProgress();
-  PrintSummary(S, display, started, failedFile, code != kExitProgramEnd);
+  PrintSummary(S, display, started, notWhole, code != kExitProgramEnd);
   if (!options.quiet && !demo && code != kExitProgramEnd) {
     for (const auto& left : scripted.book().Unused()) std::cerr << "korvan: answer not used: " << left << '\n';
   }

@@ -18,21 +18,21 @@ CommandOutcome Outcome(Session& S, Step&& step) {
     step();
     return {};
   } catch (const SessionQuit&) {
-    return {E::Quit, "", "", ""};
+    return {E::Quit, "", "", "", {}};
   } catch (const WriteFault& e) {
-    return {E::ProgramEnd, e.title, e.message, e.file};
+    return {E::ProgramEnd, e.title, e.message, e.file, {}};
   } catch (const ProgramEnd& e) {
-    return {E::ProgramEnd, e.title, e.message, ""};
+    return {E::ProgramEnd, e.title, e.message, "", {}};
   } catch (const SubscriptFault& e) {
-    return {E::SubscriptFault, "Run-time error '9'", e.what(), ""};
+    return {E::SubscriptFault, "Run-time error '9'", e.what(), "", {}};
   } catch (const OverflowFault& e) {
-    return {E::OverflowFault, "Run-time error '6'", e.what(), ""};
+    return {E::OverflowFault, "Run-time error '6'", e.what(), "", {}};
   } catch (const CommandRefused& e) {
-    return {E::Refused, "", e.what(), ""};
+    return {E::Refused, "", e.what(), "", {}};
   } catch (const AnswerError& e) {
-    return {E::MissingAnswer, "", e.what(), ""};
+    return {E::MissingAnswer, "", e.what(), "", {}};
   } catch (const std::exception& e) {
-    return {E::Unexpected, S.identity.ProgramName, e.what(), ""};
+    return {E::Unexpected, S.identity.ProgramName, e.what(), "", {}};
   }
 }
 
@@ -40,6 +40,7 @@ CommandOutcome Outcome(Session& S, Step&& step) {
 
 CommandOutcome RunCommand(Session& S, PromptService& P, std::string_view codeOrControl) {
   ClearPendingWriteFault();
+  TakeFilesNotWhole();
   CommandOutcome out = Outcome(S, [&] {
     PressCommand(S, P, ResolveCommand(codeOrControl));
     // What the command left open or kept of a failed close is checked before it counts as done.
@@ -51,6 +52,7 @@ CommandOutcome RunCommand(Session& S, PromptService& P, std::string_view codeOrC
     const CommandOutcome closed = EndSession(S);
     if (closed.ending != CommandEnding::Ran) return closed;
   }
+  if (out.EndsAsOnFault()) out.cutShort = TakeFilesNotWhole();
   return out;
 }
 

@@ -4,6 +4,7 @@
 // says so with the message and title to show.
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "run/run_context.h"
 
@@ -25,6 +26,9 @@ struct CommandOutcome {
   std::string title;    // the title of the message box that shows the ending
   std::string message;  // its text
   std::string failedFile;  // a file that could not be written whole, when that ended it
+  // Besides it, the files the ending cut short (open when the program ended, or closed while
+  // the fault passed through their writer): they stand as far as they were written.
+  std::vector<std::string> cutShort;
   // The session goes on after it.
   bool SessionGoesOn() const { return ending == CommandEnding::Ran; }
   // The program ends as it ends on a fault (exit code 1, the message box of the console).

@@ -1,9 +1,11 @@
 #include "text/text_file.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <mutex>
+#include <set>
 #include <utility>
 
 namespace korvan {
@@ -15,6 +17,9 @@ std::mutex pendingMutex;
 bool pending = false;
 WriteFault pendingFault;
 std::atomic<long> faultCount{0};
+// Files open now, and files closed while an exception passed through their writer.
+std::multiset<std::string> openFiles;
+std::vector<std::string> cutShort;
 
 std::string ReasonOf(int error) { return error ? std::strerror(error) : "the system gave no reason"; }
 
@@ -43,7 +48,22 @@ void ClearPendingWriteFault() {
 
 long WriteFaultCount() { return faultCount.load(); }
 
-TextFile::~TextFile() { CloseKeepingFault(); }
+TextFile::~TextFile() {
+  if (f_ && std::uncaught_exceptions() > 0) {
+    std::lock_guard<std::mutex> lock(pendingMutex);
+    cutShort.push_back(path_);
+  }
+  CloseKeepingFault();
+}
+
+std::vector<std::string> TakeFilesNotWhole() {
+  std::lock_guard<std::mutex> lock(pendingMutex);
+  std::vector<std::string> files = std::move(cutShort);
+  cutShort.clear();
+  for (const std::string& path : openFiles)
+    if (std::find(files.begin(), files.end(), path) == files.end()) files.push_back(path);
+  return files;
+}
 
 void TextFile::CloseKeepingFault() noexcept {
   if (!f_) return;
@@ -76,9 +96,18 @@ void TextFile::Open(const std::string& path, Mode mode) {
   column_ = 1;
   f_ = std::fopen(path.c_str(), mode == Mode::Append ? "ab" : "wb");
   if (!f_) Fail(errno);
+  std::lock_guard<std::mutex> lock(pendingMutex);
+  openFiles.insert(path_);
+}
+
+void TextFile::Forget() {
+  std::lock_guard<std::mutex> lock(pendingMutex);
+  const auto it = openFiles.find(path_);
+  if (it != openFiles.end()) openFiles.erase(it);
 }
 
 std::string TextFile::CloseStream() {
+  Forget();
   std::FILE* f = std::exchange(f_, nullptr);
   errno = 0;
   const bool failed = std::ferror(f) != 0;
@@ -104,6 +133,7 @@ void TextFile::Flush() {
 
 void TextFile::Fail(int error) {
   if (f_) {
+    Forget();
     std::fclose(std::exchange(f_, nullptr));
   }
   ++faultCount;

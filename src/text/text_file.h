@@ -17,6 +17,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
 #include "store/faults.h"
 #include "text/numbers.h"
@@ -108,6 +109,8 @@ class TextFile {
   std::string CloseStream();
   // Closes; a failure is kept for the next open (ThrowPendingWriteFault).
   void CloseKeepingFault() noexcept;
+  // Takes the file out of the list of open ones.
+  void Forget();
   [[noreturn]] void Fail(int error);
 
   std::FILE* f_ = nullptr;
@@ -121,6 +124,10 @@ WriteFault WriteFaultOf(const std::string& path, const std::string& reason);
 void ThrowPendingWriteFault();
 // Forgets a kept failure (a new run of a command begins).
 void ClearPendingWriteFault();
+// The files a fault has cut short since the last call: those closed while an exception passed
+// through their writer, and those still open now. Forgets them.
+std::vector<std::string> TakeFilesNotWhole();
+
 // Failures met since the program began (a check for the fuzz harness: no run may end as done
 // while one of its files was not written).
 long WriteFaultCount();
