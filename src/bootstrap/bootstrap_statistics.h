@@ -30,6 +30,13 @@ BootSummary SummarizeSamples(long E, ValueOf value) {
   return s;
 }
 
+// The normal density at x (2 pi taken as 6.28318, as the curve files always had it), and
+// whether a spread can draw a curve at all.
+inline double NormalDensity(double x, double mean, double se) {
+  return 1 / (se * std::sqrt(6.28318)) * std::exp(-0.5 * std::pow((x - mean) / se, 2));
+}
+inline bool UsableSpread(double se) { return se > 0 && std::isfinite(se); }
+
 // A proportion transformed as kind says: "Arcsine" (the arcsine of its square root), "Logit"
 // (ln(p / (1 - p))), anything else leaves it. A value outside the transformation's range ends
 // the run with a message under title.

@@ -13,7 +13,6 @@
 namespace korvan {
 namespace {
 
-constexpr double kSameGroup = 1e-12;
 
 const char* const kThreeLabels[3] = {"0.025", "0.5", "0.975"};
 const double kThreeP[3] = {0.025, 0.5, 0.975};
@@ -141,21 +140,7 @@ void BootPercentiles::SortedRows(TextFile& out, const std::string& name, bool sk
   }
 }
 
-void BootPercentiles::CountGroupsFromFirst(ValueGroups& groups, long m) {
-  const SortStore& s = S.boot.sort;
-  groups.Count = 0;
-  double first = 0;
-  for (long i = 1; i <= m; ++i) {
-    const double v = s.SortValue(i);
-    if (groups.Count == 0 || !(std::fabs(v - first) < kSameGroup)) {
-      first = v;
-      ++groups.Count;
-      groups.Value(groups.Count) = v;
-      groups.Members(groups.Count) = 0;
-    }
-    ++groups.Members(groups.Count);
-  }
-}
+void BootPercentiles::CountGroupsFromFirst(ValueGroups& groups, long m) { CountEqualGroups(S.boot.sort, groups, m); }
 
 long BootPercentiles::GroupRows(TextFile& out, const std::string& name, const ValueGroups& groups,
                                 bool skipZero) const {
@@ -313,18 +298,12 @@ void BootPercentiles::SortBootstrapNetR0() {
     TextFile out(OutputName(S, "_J1d_Boot_R0_Cumu Freq.txt"));
     SortedHead(out, false);
     out.Print("Group serial no.", Zone{}, "R0", Zone{}, "Cumu. Freq.", Zone{}, "Probit");
-    long cumulative = 0;
+    FormCumulativeProbits(g, B, s.R0CumulativeFrequency, s.R0Probit);
     for (long k = 1; k <= g.Count; ++k) {
-      cumulative += g.Members(k);
-      if (k == g.Count) {
-        s.R0CumulativeFrequency(k) = 1;
-        s.R0Probit(k) = 0;
+      if (k == g.Count)
         out.Print(k, Zone{}, g.Value(k), Zone{}, 1);
-        continue;
-      }
-      s.R0CumulativeFrequency(k) = static_cast<double>(cumulative) / static_cast<double>(B);
-      s.R0Probit(k) = ProbitTransformation2(s.R0CumulativeFrequency(k)).rounded;
-      out.Print(k, Zone{}, g.Value(k), Zone{}, s.R0CumulativeFrequency(k), Zone{}, s.R0Probit(k));
+      else
+        out.Print(k, Zone{}, g.Value(k), Zone{}, s.R0CumulativeFrequency(k), Zone{}, s.R0Probit(k));
     }
   }
   PercentileFile f{"_J1c_Boot_0.025 and 0.975 percentile-R0.txt", "net reproductive rate"};

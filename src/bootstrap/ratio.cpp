@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "bootstrap/bootstrap_statistics.h"
-#include "input/field_reader.h"
+#include "bootstrap/column_file.h"
 #include "store/faults.h"
 #include "text/numbers.h"
 #include "text/text_file.h"
@@ -17,34 +17,9 @@ namespace {
 std::error_code ec_;  // equivalent() of a file not there yet is false, not a fault
 constexpr const char* kTitle = "Ratio of bootstrap results";
 
-// A column file of a bootstrap result: its head and its values up to B (fewer when the file
-// ends first or closes its list with -1).
-struct Column {
-  std::string treatment, name;
-  double n = 0, nInLine6 = 0, cohort = 0;
-  long B = 0;
-  std::vector<double> values;
-};
-
-Column ReadColumn(const std::string& path) {
-  FieldReader in(path);
-  Column c;
-  c.treatment = in.ReadString();
-  in.ReadString();
-  c.n = in.ReadNumber();
-  in.ReadString();
-  const double B = in.ReadNumber();
-  if (!(B >= 1 && B <= 1e7) || B != std::floor(B))
-    throw ProgramEnd{"The file " + path + " gives no number of bootstrap samples (B) in its 5th line.", kTitle};
-  c.B = static_cast<long>(B);
-  c.name = in.ReadString();
-  c.nInLine6 = in.ReadNumber();
-  c.cohort = in.ReadNumber();
-  while (static_cast<long>(c.values.size()) < c.B && in.HasMoreData()) {
-    const double v = in.ReadNumber();
-    if (v == -1) break;
-    c.values.push_back(v);
-  }
+// A column file with all B values its head promises.
+ColumnFile ReadColumn(const std::string& path) {
+  ColumnFile c = ReadColumnFile(path, false, kTitle);
   if (static_cast<long>(c.values.size()) < c.B)
     throw ProgramEnd{"The file " + path + " holds " + std::to_string(c.values.size()) + " values, not the B = " +
                          std::to_string(c.B) + " its head gives.",
@@ -61,8 +36,8 @@ double Ratio(double a, double b, const std::string& what) {
 
 bool BootstrapRatio::CalculateRatio() {
   Flow("CalculateRatio");
-  const Column num = ReadColumn(NumeratorPath);
-  const Column den = ReadColumn(DenominatorPath);
+  const ColumnFile num = ReadColumn(NumeratorPath);
+  const ColumnFile den = ReadColumn(DenominatorPath);
   if (num.B != den.B) {
     P.MsgBox("The two files hold different numbers of bootstrap samples (B = " + std::to_string(num.B) + " and " +
                  std::to_string(den.B) + ").\nUse two files of the same bootstrap run.",

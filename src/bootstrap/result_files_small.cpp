@@ -14,12 +14,6 @@ namespace {
 
 const std::string kStars(84, '*');
 
-double Density(double x, double mean, double se) {
-  return 1 / (se * std::sqrt(6.28318)) * std::exp(-0.5 * std::pow((x - mean) / se, 2));
-}
-
-bool UsableSpread(double se) { return se > 0 && std::isfinite(se); }
-
 }  // namespace
 
 void BootResultFiles::WriteBootReproducingFemales() {
@@ -153,7 +147,7 @@ void BootResultFiles::DensityCurve(const std::string& suffix, const std::string&
   out.Write(xName, "density");
   for (int i = 0; i <= 200; ++i) {
     const double x = mean - 3.5 * se + i * (7 * se / 200);
-    out.Write(x, Density(x, mean, se));
+    out.Write(x, NormalDensity(x, mean, se));
   }
 }
 
@@ -199,7 +193,7 @@ void BootResultFiles::Write95CI() {
     const double mean = sum->mean, se = sum->se;
     const double lower = mean - 1.959964 * se, upper = mean + 1.959964 * se;
     out.Write(lower, 0, mean, 0, upper, 0, mean - se, mean + se);
-    auto d = [&](double x) { return UsableSpread(se) ? Density(x, mean, se) : 0.0; };
+    auto d = [&](double x) { return UsableSpread(se) ? NormalDensity(x, mean, se) : 0.0; };
     out.Write(lower, d(lower), mean, d(mean), upper, d(upper), mean - se, mean + se);
   }
 }

@@ -53,14 +53,24 @@ void SampleRecords::WriteSampleRecord() {
 void SampleRecords::WriteEffectiveBootRecordForVoragen() {
   Flow("WriteEffectiveBootRecordForVoragen");
   BootstrapRecord& R = S.boot;
-  R.BootConditionLine = BootConditionLineOf(S);
-  const long f = R.FirstBootNumber, E = R.EffectiveCount, n = R.BootSampleSize;
-  std::string name = "_11_Bootstrap samples" + DateInName();
+  // A general bootstrap's record (no. 11B) has the same frame: its samples carry a mean and
+  // an SE where a life table's carry R0 and the finite rate.
+  const bool general = R.GeneralBootFlag == "Yes";
+  const long f = general ? 1 : R.FirstBootNumber, E = R.EffectiveCount, n = R.BootSampleSize;
+  std::string name = (general ? "_11B_Gen Boot samples" : "_11_Bootstrap samples") + DateInName();
   if (f > 1) name += " from " + std::to_string(f) + " to " + std::to_string(f + R.BootB - 1);
   const std::string path = OutputName(S, name + ".txt");
   TextFile out(path);
-  WriteHead(out);
-  out.Write("Total number of effective bootstrap =", E);
+  if (general) {
+    out.Write(StampedProjectLine(S));
+    out.Write(R.VariableName + "-" + R.GeneralTreatment);
+    out.Write("No condition for general bootstrap");
+    out.Write("Total number of  bootstrap =", E);
+  } else {
+    R.BootConditionLine = BootConditionLineOf(S);
+    WriteHead(out);
+    out.Write("Total number of effective bootstrap =", E);
+  }
   out.Write(E);
   out.Write("Bootstrap sample size =", n);
   out.Write(n);
@@ -69,12 +79,31 @@ void SampleRecords::WriteEffectiveBootRecordForVoragen() {
     const long serial = f > 1 ? k + f - 1 : k;
     out.Write("Bootstrap Sample: ", serial);
     WriteSampleList(out, R, k, n);
-    out.Write("Net reproductive rate ", serial);
-    out.Print(R.BootR0(k));
-    out.Write("Finite rate ", serial);
-    out.Print(R.BootLambda(k));
+    if (general) {
+      out.Write("Mean =", R.GeneralMean(k));
+      out.Print(R.GeneralMean(k));
+      out.Write("Sample SE =", R.GeneralSE(k));
+      out.Print(R.GeneralSE(k));
+    } else {
+      out.Write("Net reproductive rate ", serial);
+      out.Print(R.BootR0(k));
+      out.Write("Finite rate ", serial);
+      out.Print(R.BootLambda(k));
+    }
   }
-  WriteSummary(out);
+  if (general) {
+    const std::pair<const char*, double> pairs[8] = {
+        {"Bootstrap mean", R.General.mean},         {"Bootstrap variance", R.General.variance},
+        {"Bootstrap SE", R.General.se},             {"Original mean", R.GeneralDataMean},
+        {"Original sample variance", R.GeneralDataVariance}, {"Original sample SD", R.GeneralDataSD},
+        {"Original sample SE", R.GeneralDataSE},    {"Original sample size", R.GeneralN}};
+    for (const auto& [label, value] : pairs) {
+      out.Write(label);
+      out.Print(value);
+    }
+  } else {
+    WriteSummary(out);
+  }
   if (R.SameBootstrap != "Yes") R.RecordFilePath = path;
 }
 

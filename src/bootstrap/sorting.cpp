@@ -212,6 +212,42 @@ void QuickSort(SortStore& s) {
 
 long PercentileIndex(long m, double p) { return static_cast<long>(CIntValue(static_cast<double>(m) * p)); }
 
+long PercentileIndexUp(long m, double p) {
+  const long i = static_cast<long>(std::floor(static_cast<double>(m) * p + 0.5 + 0.5));
+  return std::clamp(i, 1L, std::max(m, 1L));
+}
+
+void CountEqualGroups(const SortStore& s, ValueGroups& groups, long m) {
+  constexpr double kSameGroup = 1e-12;
+  groups.Count = 0;
+  double first = 0;
+  for (long i = 1; i <= m; ++i) {
+    const double v = s.SortValue(i);
+    if (groups.Count == 0 || !(std::fabs(v - first) < kSameGroup)) {
+      first = v;
+      ++groups.Count;
+      groups.Value(groups.Count) = v;
+      groups.Members(groups.Count) = 0;
+    }
+    ++groups.Members(groups.Count);
+  }
+}
+
+void FormCumulativeProbits(const ValueGroups& groups, long total, ZeroList<double, kMaxBootIndex>& frequency,
+                           ZeroList<double, kMaxBootIndex>& probit) {
+  long cumulative = 0;
+  for (long k = 1; k <= groups.Count; ++k) {
+    cumulative += groups.Members(k);
+    if (k == groups.Count) {
+      frequency(k) = 1;
+      probit(k) = 0;
+    } else {
+      frequency(k) = static_cast<double>(cumulative) / static_cast<double>(total);
+      probit(k) = ProbitTransformation2(frequency(k)).rounded;
+    }
+  }
+}
+
 long PercentileIndexGRR(long m, double p) {
   return static_cast<long>(CIntValue(static_cast<double>(m) * p + 0.5));
 }
@@ -233,7 +269,10 @@ void SetPercentileTable(SortStore& s) {
   }
 }
 
-Probit ProbitTransformation2(double p) {
+namespace {
+
+// 5 + z of a cumulative frequency, with its copy rounded to the given decimals.
+Probit ProbitOf(double p, int decimals) {
   const double q = p <= 0.5 ? p : 1 - p;
   const double t2 = std::log(1 / (q * q));
   const double t = std::sqrt(t2);
@@ -245,9 +284,14 @@ Probit ProbitTransformation2(double p) {
     r.value = 5;
   else
     r.value = 5 - std::fabs(z);
-  r.rounded = std::isfinite(r.value) ? RoundDisplay(r.value, 6) : r.value;
+  r.rounded = std::isfinite(r.value) ? RoundDisplay(r.value, decimals) : r.value;
   r.tenth = r.value / 10;
   return r;
 }
+
+}  // namespace
+
+Probit ProbitTransformation(double p) { return ProbitOf(p, 4); }
+Probit ProbitTransformation2(double p) { return ProbitOf(p, 6); }
 
 }  // namespace korvan

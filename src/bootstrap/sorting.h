@@ -30,17 +30,30 @@ long PercentileIndex(long m, double p);
 // The rule of the 0.025 and 0.975 values of GRR: round(m * p + 0.5).
 long PercentileIndexGRR(long m, double p);
 
+// The rule of the general bootstrap and the sorting of a file: round(m * p + 0.5), a tie going
+// up (index 2501 of 100,000 at p = 0.025), kept within 1..m.
+long PercentileIndexUp(long m, double p);
+
+// Groups of equal values (within 1e-12 of a group's first) in positions 1..m of the sorted list.
+void CountEqualGroups(const SortStore& s, ValueGroups& groups, long m);
+// Cumulative frequency of the groups (members over total, added up) and its probit (6
+// decimals); the last group's frequency is 1 and its probit 0, for it has none.
+void FormCumulativeProbits(const ValueGroups& groups, long total, ZeroList<double, kMaxBootIndex>& frequency,
+                           ZeroList<double, kMaxBootIndex>& probit);
+
 // Fills the 15 rows of percentiles and the hundred (p = i / 100 in single precision, labels
 // "001" to "100").
 void SetPercentileTable(SortStore& s);
 
 // Probit of a cumulative frequency p, 0 < p < 1 (rational approximation of the normal
-// quantile, Abramowitz and Stegun 26.2.23): 5 + z.
+// quantile, Abramowitz and Stegun 26.2.23): 5 + z. ProbitTransformation rounds its copy to 4
+// decimals, ProbitTransformation2 to 6.
 struct Probit {
   double value = 0;    // 5 + z
   double rounded = 0;  // to 6 decimals
   double tenth = 0;    // value / 10
 };
+Probit ProbitTransformation(double p);
 Probit ProbitTransformation2(double p);
 
 }  // namespace korvan

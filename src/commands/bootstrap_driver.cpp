@@ -82,6 +82,7 @@ void BootstrapDriver::AskHistogramAndNormalCurves() {
 
 void BootstrapDriver::SetResamplingMarkers() {
   S.boot.ResampleKind = "b";
+  S.boot.GeneralBootFlag = "No";  // the record is no. 11 again
   W.run.ResampleKind = "b";
   W.run.IsResamplingFlag = "y";
   W.run.IsBasicRunFlag = "n";

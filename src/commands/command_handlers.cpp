@@ -6,10 +6,12 @@
 #include "commands/basic_run_driver.h"
 #include "commands/bootstrap_driver.h"
 #include "commands/curtailed_r_command.h"
+#include "commands/general_bootstrap_command.h"
 #include "commands/jackknife_command.h"
 #include "commands/paired_test_commands.h"
 #include "commands/ratio_command.h"
 #include "commands/read_data_a1.h"
+#include "commands/sort_count_commands.h"
 #include "commands/spec_boot_sample.h"
 
 namespace korvan {
@@ -38,6 +40,10 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdPBTPooled", Run<PairedTestCommands, &PairedTestCommands::cmdPBTPooled_Click>},
       {"Command21", Run<JackknifeCommand, &JackknifeCommand::Command21_Click>},
       {"cmdCalculateRatio", Run<RatioCommand, &RatioCommand::cmdCalculateRatio_Click>},
+      {"cmdGeneralBootstrap", Run<GeneralBootstrapCommand, &GeneralBootstrapCommand::cmdGeneralBootstrap_Click>},
+      {"cmdSortandCount", Run<SortCountCommands, &SortCountCommands::cmdSortandCount_Click>},
+      {"cmdGeneralNormalTest", Run<SortCountCommands, &SortCountCommands::cmdGeneralNormalTest_Click>},
+      {"cmdShowCumuFreqinProbit", Run<SortCountCommands, &SortCountCommands::cmdShowCumuFreqinProbit_Click>},
       {"cmdCurtailedR", Run<CurtailedRCommand, &CurtailedRCommand::cmdCurtailedR_Click>},
       {"cmdWriteSpeLifeTable", Run<SpecBootSampleCommand, &SpecBootSampleCommand::cmdWriteSpeLifeTable_Click>},
   };

@@ -12,12 +12,6 @@ namespace korvan {
 
 namespace {
 
-void OpenFlowRecord(Session& S) {
-  S.options.FlowMode = "Yes";
-  S.identity.FlowFileName = S.identity.DataFileBase + "_0_Flow.txt";
-  S.channels.Flow.Open(S.identity.FlowFileName);
-}
-
 // Every treatment and pair field of an earlier comparison back to its start.
 void EraseComparison(ComparisonRecord& c) {
   c.BootValue.Clear();
@@ -63,7 +57,7 @@ void PairedTestCommands::cmdPairedBootTest_Click() {
     if (P.MsgBox("Do you need the detailed info?", "Do you need detailed info?", kYesNo) == kYes &&
         P.MsgBox("Do you need the record of program flow?", "Do you need flow record?", kYesNo) == kYes) {
       S.identity.DataFileBase = "24-Paired boot test";
-      OpenFlowRecord(S);
+      OpenFlowRecord(S, S.identity.DataFileBase);
     }
     EraseComparison(c);
   }
@@ -99,7 +93,7 @@ void PairedTestCommands::cmdPBTPooled_Click() {
   c.TableNumber = 0;
   if (P.MsgBox("Do you need the record of program flow?", "Do you need flow record?", kYesNo) == kYes) {
     S.identity.DataFileBase = "24-Paired boot test pooled";
-    OpenFlowRecord(S);
+    OpenFlowRecord(S, S.identity.DataFileBase);
   }
   ApplyConsoleRule(S.console, "PBT pooled begins");
   P.Status("cmdBasicRunA2", "(Unavailabe)");

@@ -22,4 +22,10 @@ Session& EngineProcedures::Keep() const {
   return *keep_;
 }
 
+void OpenFlowRecord(Session& S, const std::string& base) {
+  S.options.FlowMode = "Yes";
+  S.identity.FlowFileName = base + "_0_Flow.txt";
+  S.channels.Flow.Open(S.identity.FlowFileName);
+}
+
 }  // namespace korvan

@@ -32,6 +32,10 @@ struct Session : SessionStore {
 void WriteFlow(const Options& options, Channels& channels, std::string_view entry);
 void WriteFlowEngine(const Options& options, Channels& channels, double boot, std::string_view entry);
 
+// Opens the flow record "<base>_0_Flow.txt" of a command that works on a file of its own (not a
+// life table read by A1) and turns the record on.
+void OpenFlowRecord(Session& S, const std::string& base);
+
 // Base of every family of procedures. A procedure takes no arguments and returns nothing: it
 // reads and writes the session S and the workspace W in hand (the store's own in Basic Run, a
 // worker's own in a bootstrap), and talks to the user through P.

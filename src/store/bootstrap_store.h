@@ -174,7 +174,7 @@ struct BootstrapRecord {
   std::string BootSessionFlag;     // "Yes" while "A3. Bootstrap" runs: where a record is read
   std::string RecordFilePath;      // the record file read, or the one written
   std::string BootstrapCompleted;  // "yes" once a run of the session has ended
-  std::string ResampleKind;        // "b" in a bootstrap
+  std::string ResampleKind;        // "b" in a bootstrap, "j" a jackknife, "g" a general bootstrap
 
   // --- the driver's settings
   std::string BootFastRun = "No", BootFastRunAnswer, BootFastRest = "No";
@@ -229,6 +229,17 @@ struct BootstrapRecord {
   BootMatList<double> BootSsd{"BootSsd"};
   BootList<double> BootNetPredationRate{"BootNetPredationRate"},
       BootFinitePredationRate{"BootFinitePredationRate"}, BootC0{"BootC0"}, BootOmega{"BootOmega"};
+
+  // --- the general bootstrap: a list of numbers resampled (not a life table)
+  std::string GeneralBootFlag;  // "Yes" once it has run: the record is no. 11B
+  std::string SerialNumbersInData, AgeOfHalfSurvival, ProbitOn;
+  std::string VariableName, GeneralTreatment;
+  // Per sample: the mean (probit when asked), its SE, the age at which l(x) falls to 0.5.
+  BootList<double> GeneralMean{"GeneralMean"}, GeneralSE{"GeneralSE"}, GeneralHalfAge{"GeneralHalfAge"};
+  // Of the list itself: size, mean (probit when asked), variance, SD, SE, age of 0.5.
+  double GeneralN = 0, GeneralDataMean = 0, GeneralDataVariance = 0, GeneralDataSD = 0, GeneralDataSE = 0,
+         GeneralDataHalfAge = 0;
+  BootSummary General;  // of the samples' means
 
   // --- totals of the run, added together from the workers' BootstrapWork
   Vec<double, 0, kMaxAge> LxSum{"LxSum"}, LxSumSquares{"LxSumSquares"};

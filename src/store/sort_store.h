@@ -106,6 +106,10 @@ struct SortStore {
   // Cumulative frequency of the R0 groups and its probit.
   ZeroList<double, kMaxBootIndex> R0CumulativeFrequency{"R0CumulativeFrequency"};
   ZeroList<double, kMaxBootIndex> R0Probit{"R0Probit"};
+  // The same of the groups of a list sorted from a file ("N. Normality").
+  ZeroList<double, kMaxBootIndex> OtherCumulativeFrequency{"OtherCumulativeFrequency"};
+  ZeroList<double, kMaxBootIndex> OtherProbit{"OtherProbit"};
+  std::string OtherName;  // the variable of that list
 
   // --- the entries at B * 0.025, B * 0.5 and B * 0.975 of the sorted lists, for the figures
   Vec<double, 0, 2> R0ByB{"R0ByB"}, FByB{"FByB"}, FNfrByB{"FNfrByB"};

@@ -45,7 +45,12 @@ ChartPanel Frequency(const SessionStore& S, bool isR) {
   c.y.title = "Frequency";
   c.y.font = c.x.font;
   const double width = isR ? R.RClassWidth : R.R0ClassWidth;
-  if (R.ResampleKind == "j") {
+  if (R.ResampleKind == "g") {
+    // A general bootstrap keeps the means of its samples in the classes of R0.
+    c.x.title = R.VariableName;
+    c.title = {"Frequency of bootstrap mean of " + R.VariableName + " (interval =" + FullPrecision(width) +
+               ").  Bootstrap number = " + FullPrecision(R.BootB)};
+  } else if (R.ResampleKind == "j") {
     c.title = {std::string("Frequency of pseudo-") + (isR ? "r" : "R0") + " (interval =" + FullPrecision(width) + ")."};
   } else if (isR) {
     c.title = {"Frequency of r (interval =" + FullPrecision(width) + ").  Bootstrap number = " +
@@ -95,6 +100,31 @@ ChartPanel ShowBootMxCI(const SessionStore& S) {
 }
 
 ChartPanel ShowFreqR0(const SessionStore& S) { return Frequency(S, false); }
+
+ChartPanel ShowFreqForm(const std::string& title, const std::string& xTitle, const std::vector<double>& values,
+                        const std::vector<double>& counts) {
+  ChartPanel c;
+  c.figure = "ShowFreqForm";
+  c.chart = "FreqForm";
+  c.kind = ChartKind::Bar;
+  c.legend = false;
+  c.title = {title};
+  c.x.title = xTitle;
+  c.y.title = "Counts";
+  double largest = 0;
+  ChartSeries bars{"Counts", 1, {}};
+  for (std::size_t i = 0; i < values.size() && i < counts.size(); ++i) {
+    c.rowLabels.push_back(FullPrecision(values[i]));
+    bars.values.push_back(counts[i]);
+    largest = std::max(largest, counts[i]);
+  }
+  // The largest count sets the scale.
+  c.y.automatic = false;
+  c.y.min = 0;
+  c.y.max = largest > 0 ? largest : 1;
+  c.series.push_back(std::move(bars));
+  return c;
+}
 ChartPanel ShowFreqr(const SessionStore& S) { return Frequency(S, true); }
 
 }  // namespace korvan

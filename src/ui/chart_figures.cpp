@@ -191,6 +191,9 @@ constexpr std::array kFigures = {
     NamedFigure{"ShowFreqR0", ShowFreqR0},   NamedFigure{"ShowFreqr", ShowFreqr},
     NamedFigure{"ShowFRegOnTotalLong", ShowFRegOnTotalLong}, NamedFigure{"ShowFRegOnAdultLong", ShowFRegOnAdultLong},
     NamedFigure{"ShowFRegOnOviDays", ShowFRegOnOviDays},
+    NamedFigure{"ShowCumuFreqOfNormality", ShowCumuFreqOfNormality},
+    NamedFigure{"ShowCumuFreqSigmoid", ShowCumuFreqSigmoid},
+    NamedFigure{"ShowCumuFreqNormForNbutton", ShowCumuFreqNormForNbutton},
 };
 
 constexpr std::array<std::string_view, 15> kLargeGraph = {

@@ -41,6 +41,16 @@ ChartPanel ShowBootMxCI(const SessionStore& S);
 // Class counts of R0 and r (the console's second chart).
 ChartPanel ShowFreqR0(const SessionStore& S);
 ChartPanel ShowFreqr(const SessionStore& S);
+// Cumulative frequencies in probits against the value with the fitted line ("Observed",
+// "Expected"): of bootstrap R0 after a bootstrap, of the list of "N. Normality"; and of R0 as a
+// percentage.
+ChartPanel ShowCumuFreqOfNormality(const SessionStore& S);
+ChartPanel ShowCumuFreqNormForNbutton(const SessionStore& S);
+ChartPanel ShowCumuFreqSigmoid(const SessionStore& S);
+// A frequency form: the count of each value (of a list, or of each individual in a sample of a
+// demonstration) as bars under the value, the largest count setting the scale.
+ChartPanel ShowFreqForm(const std::string& title, const std::string& xTitle, const std::vector<double>& values,
+                        const std::vector<double>& counts);
 
 // The frame of a figure by age: title, fonts, axes, and the rows of ages 0..lastAge labelled
 // by the time unit; the caller adds the series.
