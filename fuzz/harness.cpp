@@ -290,6 +290,43 @@ Outcome RunRatioFile(Workbench& bench, const std::uint8_t* data, std::size_t siz
   return {};
 }
 
+Outcome RunListFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string list = bench.Put("list.txt", data, size);
+  for (int route = 0; route < 7; ++route) {
+    const bool serial = route % 2 == 0;
+    Outcome ran = Guarded([&] {
+      auto S = std::make_unique<Session>();
+      S->StartUp();
+      SetStartUpConsole(S->console);
+      S->runControl.hasSeed = true;
+      S->runControl.seed = 1;
+      S->runControl.threads = 1;
+      AcceptingPrompts P;
+      P.answers["Do you need flow record?"] = kNo;
+      P.answers["Data formate"] = serial ? kYes : kNo;
+      if (route < 4) {
+        P.answers["Multiplicate a data file?"] = kNo;
+        P.answers["General bootstrapping and finding the age of lx <= 0.5?"] = route < 2 ? kYes : kNo;
+        P.answers["Save original frequency"] = kNo;
+        P.answers["Pause?"] = kNo;
+        P.inputs["Bootstrap"] = "20";
+        P.files["Open life table data file"] = list;
+        Press(*S, P, "cmdGeneralBootstrap");
+      } else {
+        P.answers["Sort and count"] = kYes;
+        P.answers["Sort and count general data or bootstrap results"] = route == 4 ? kYes : route == 5 ? kNo : kCancel;
+        P.inputs["Limit the decimal points?"] = "2";
+        P.files[route == 4 ? "Open a general data file to sort" : "Open a bootstrap file to sort"] = list;
+        Press(*S, P, "cmdSortandCount");
+      }
+      return Outcome{};
+    });
+    bench.ExpectIntact(list, data, size);
+    if (ran.ending != Ending::Ran) return ran;
+  }
+  return {};
+}
+
 Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
   const std::string pooled = bench.Put("pooled.txt", data, size);
   InFolder here(bench.Path());

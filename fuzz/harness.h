@@ -87,6 +87,12 @@ Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t si
 // kColumnFile; then the other way round. Outcome of the first route that doesn't run through.
 Outcome RunRatioFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
+// The bytes as a list of values: "G. Gen. boot" (B = 20, seed 1) in both modes, with and
+// without serial numbers, then "L. Sort+count" as general data, as bootstrap results and as
+// differences of a paired test (two decimals). Outcome of the first route that doesn't run
+// through.
+Outcome RunListFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
 // The other treatment of RunColumnFile: 20 values of r.
 extern const char* const kColumnFile;
 

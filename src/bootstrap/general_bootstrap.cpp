@@ -21,6 +21,8 @@ namespace korvan {
 namespace {
 
 constexpr const char* kTitle = "General bootstrap";
+// The ages over which l(x) of a list of longevities is counted.
+constexpr double kLongestAge = 100000;
 
 // l(x) of a list of longevities by counting, per age, those still alive: a longevity v adds
 // one to the ages 0 to v - 1. Each value is filed once at its last age and the counts are
@@ -137,6 +139,11 @@ void GeneralBootstrap::DataStatistics() {
   R.GeneralDataSD = std::sqrt(R.GeneralDataVariance);
   R.GeneralDataSE = R.GeneralDataSD / std::sqrt(N);
   if (R.ProbitOn == "Yes") R.GeneralDataMean = ProbitOfMean(R.GeneralDataMean, "the data");
+  if (R.AgeOfHalfSurvival == "Yes" && !(Largest(data.values) <= kLongestAge))
+    throw ProgramEnd{"A total longevity of " + FullPrecision(Largest(data.values)) +
+                         " is beyond the ages l(x) is counted for (up to " + FullPrecision(kLongestAge) +
+                         " time units). Choose the file \"_G_Total longevity-all.txt\" of a Basic Run.",
+                     kTitle};
   R.GeneralDataHalfAge = R.AgeOfHalfSurvival == "Yes" ? AgeOfHalfSurvival(data.values) : 0;
   R.VariableName = data.variable;
   R.GeneralTreatment = data.treatment;

@@ -39,8 +39,8 @@ bool GeneralBootstrapCommand::AskSerialNumbers() {
 void GeneralBootstrapCommand::Multiply() {
   const std::string title = "Multiplicate a data file?";
   const long times = WholeNumber(P.InputBox("Enter the number of multiplication!", title, "1"));
-  if (times < 1) {
-    P.MsgBox("The number of multiplication must be a whole number of 1 or more. No file was written.", title,
+  if (times < 1 || times > 100000) {
+    P.MsgBox("The number of multiplication must be a whole number from 1 to 100000. No file was written.", title,
              kOKOnly);
     return;
   }

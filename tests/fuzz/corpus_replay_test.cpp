@@ -118,6 +118,17 @@ TEST(FuzzCorpus, ColumnFilesFormRatiosOrEndAsTheProgramEnds) {
   ExpectEnding(endings, Ending::ProgramEnd, {"empty.txt", "head_cut_short.txt", "B_zero.txt", "fewer_values_than_B.txt"});
 }
 
+// Lists of values through the general bootstrap and the sort: they run through every route or
+// end with the message of the value that is no number, the list that is empty.
+TEST(FuzzCorpus, ListFilesAreResampledAndSortedOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("list_file", RunListFile);
+  ASSERT_GE(endings.size(), 9u);
+  ExpectEnding(endings, Ending::Ran, {"total_longevity.txt"});
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"empty.txt", "head_only.txt", "text_value.txt", "serial_without_value.txt", "extreme_values.txt",
+                "values_only.txt", "r_column.txt", "differences.txt"});
+}
+
 TEST(FuzzCorpus, ColumnFilesArePairedOrEndAsTheProgramEnds) {
   auto endings = ReplayFolder("column_file", RunColumnFile);
   ASSERT_GE(endings.size(), 30u);
