@@ -7,8 +7,10 @@ preadults. Females lay a few eggs a day after a short pre-oviposition period. Th
 from a Park-Miller generator with a fixed seed, so the file is the same everywhere.
 
 Run: python3 bench/make_beetle.py  (writes beetle.txt beside this script)
+     python3 bench/make_beetle.py N PATH  (the same cohort grown to N individuals, at PATH)
 """
 import os
+import sys
 
 STAGES = ["Egg", "L1", "L2", "L3", "Pupa"]
 N = 100
@@ -30,11 +32,11 @@ def number(v):
     return (" " if v >= 0 else "") + str(v)
 
 
-def main():
+def main(n=N, path=None):
     rng = Lcg(20250601)
-    lines = ['"Project: Bench beetle"', '"KORVAN team"', '"Stored grain 28 C"', str(N), "2,6",
+    lines = ['"Project: Bench beetle"', '"KORVAN team"', '"Stored grain 28 C"', str(n), "2,6",
              "F," + ",".join(STAGES) + ",Female", "M," + ",".join(STAGES) + ",Male", "Egg,Female"]
-    for i in range(1, N + 1):
+    for i in range(1, n + 1):
         pre = [rng.between(3, 5), rng.between(2, 4), rng.between(2, 4), rng.between(3, 5), rng.between(4, 6)]
         u = rng.uniform()
         if u < 0.16:
@@ -52,10 +54,13 @@ def main():
                 for d in range(1, adult + 1)] + [-1]
         for start in range(0, len(eggs), 20):
             lines.append(",".join(number(v) for v in eggs[start:start + 20]))
-    path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "beetle.txt")
+    path = path or os.path.join(os.path.dirname(os.path.abspath(__file__)), "beetle.txt")
     with open(path, "w", newline="\n") as out:
         out.write("\n".join(lines) + "\n")
 
 
 if __name__ == "__main__":
-    main()
+    if len(sys.argv) == 3:
+        main(int(sys.argv[1]), sys.argv[2])
+    else:
+        main()
