@@ -15,7 +15,9 @@
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QStatusBar>
+#include <QHeaderView>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QThread>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -32,6 +34,7 @@
 #include "commands/run_command.h"
 #include "ui/console_display.h"
 #include "ui/console_texts.h"
+#include "ui/multi_ci_table.h"
 
 namespace korvan::gui {
 
@@ -224,6 +227,12 @@ QWidget* ConsoleWindow::BuildCharts() {
   freqChart_->setObjectName("MSChart2");
   chartTabs_->addTab(mainChart_, "Figures");
   chartTabs_->addTab(freqChart_, "Frequency");
+  // The grid of a comparison of treatments (C, Q, the Tukey table).
+  comparisonGrid_ = new QTableWidget;
+  comparisonGrid_->setObjectName("MSFlexGrid1");
+  comparisonGrid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  comparisonGrid_->horizontalHeader()->hide();
+  comparisonGrid_->verticalHeader()->hide();
   connect(mainChart_, &ChartView::clicked, this, &ConsoleWindow::MainChartClicked);
   freqChart_->setToolTip("Click the chart to see the frequency of R0 or of r");
   connect(freqChart_, &ChartView::clicked, this, [this] {
@@ -240,7 +249,7 @@ QWidget* ConsoleWindow::BuildCharts() {
   save->setObjectName("SaveChart");
   save->setToolTip("Save the chart shown as a PNG image or an SVG drawing");
   connect(save, &QPushButton::clicked, this, [this] {
-    static_cast<ChartView*>(chartTabs_->currentWidget())->SaveWithDialog();
+    if (auto* view = qobject_cast<ChartView*>(chartTabs_->currentWidget())) view->SaveWithDialog();
   });
   auto* row = new QHBoxLayout;
   row->addStretch(1);
@@ -381,6 +390,7 @@ void ConsoleWindow::CommandEnded(const std::string& control) {
   qtPrompts_.Flush();
   running_ = false;
   Refresh();
+  ShowComparisonGrid(control);
   statusBar()->showMessage(Q(store_->identity.VersionStamp));
   const Outcome out = outcome_;
   switch (out.kind) {
@@ -510,6 +520,36 @@ void ConsoleWindow::OpenLargeGraph() {
   largeGraph_->ShowFigure("ShowSxj");
   largeGraph_->show();
   largeGraph_->raise();
+}
+
+void ConsoleWindow::ShowComparisonGrid(const std::string& control) {
+  const auto& c = store_->comparison;
+  MultiCITable table;
+  if (control == "TukeyQ5TableInput") {
+    // The Tukey table is shown once its table of differences is written, even when the run
+    // ended on its closing note.
+    if (c.TreatmentCount < 3 || c.TableNumber < 2) return;
+    table = ShowTukeyBootstrapResult(*store_);
+  } else if (control == "cmdPairedBootTest" || control == "cmdPBTPooled" || control == "cmdCartesianDifference") {
+    if (outcome_.kind != Outcome::Done || c.TreatmentCount < 2) return;
+    table = ShowMultiCIofDifference(*store_);
+  } else {
+    return;
+  }
+  comparisonGrid_->clear();
+  comparisonGrid_->setRowCount(table.rows);
+  comparisonGrid_->setColumnCount(table.columns);
+  for (int r = 0; r < table.rows; ++r)
+    for (int col = 0; col < table.columns; ++col) {
+      auto* item = new QTableWidgetItem(Q(table.Cell(r, col)));
+      if (table.centred) item->setTextAlignment(Qt::AlignCenter);
+      comparisonGrid_->setItem(r, col, item);
+    }
+  // The grid's widths are in twips (1/15 of a pixel at the usual 96 dpi).
+  for (int col = 1; col < table.columns; ++col) comparisonGrid_->setColumnWidth(col, table.dataColumnWidth * 2 / 15 + 30);
+  comparisonGrid_->resizeColumnToContents(0);
+  if (chartTabs_->indexOf(comparisonGrid_) < 0) chartTabs_->addTab(comparisonGrid_, "Comparison");
+  chartTabs_->setCurrentWidget(comparisonGrid_);
 }
 
 void ConsoleWindow::MainChartClicked() {
