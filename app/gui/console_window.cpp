@@ -35,6 +35,7 @@
 #include "ui/console_display.h"
 #include "ui/console_texts.h"
 #include "ui/multi_ci_table.h"
+#include "ui/result_form.h"
 
 namespace korvan::gui {
 
@@ -251,11 +252,82 @@ QWidget* ConsoleWindow::BuildCharts() {
   connect(save, &QPushButton::clicked, this, [this] {
     if (auto* view = qobject_cast<ChartView*>(chartTabs_->currentWidget())) view->SaveWithDialog();
   });
+  auto* table = new QPushButton("Life table by age...");
+  table->setObjectName("ResultFmButton");
+  table->setToolTip("l(x), m(x), l(x)m(x), the Euler-Lotka terms, SAD, E(x) and R(x) by age (after Basic Run)");
+  connect(table, &QPushButton::clicked, this, &ConsoleWindow::ShowResultForm);
+  auto* frequency = new QPushButton("Frequency form...");
+  frequency->setObjectName("FreqFormButton");
+  frequency->setToolTip("Frequencies of bootstrap R0 and r, and how often each individual was drawn");
+  connect(frequency, &QPushButton::clicked, this, &ConsoleWindow::ShowFrequencyForm);
   auto* row = new QHBoxLayout;
   row->addStretch(1);
+  row->addWidget(table);
+  row->addWidget(frequency);
   row->addWidget(save);
   layout->addLayout(row);
   return area;
+}
+
+void ConsoleWindow::ShowResultForm() {
+  if (running_) return;
+  const MultiCITable t = ResultFmTable(*store_);
+  auto* dialog = new QDialog(this);
+  dialog->setObjectName("ResultFm");
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setWindowTitle("Life table by age");
+  auto* layout = new QVBoxLayout(dialog);
+  auto* grid = new QTableWidget(t.rows - 1, t.columns);
+  grid->setObjectName("ResultGrid");
+  grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  grid->verticalHeader()->hide();
+  QStringList heads;
+  for (const auto& h : t.cells[0]) heads << Q(h);
+  grid->setHorizontalHeaderLabels(heads);
+  for (int r = 1; r < t.rows; ++r)
+    for (int c = 0; c < t.columns; ++c) grid->setItem(r - 1, c, new QTableWidgetItem(Q(t.Cell(r, c))));
+  grid->resizeColumnsToContents();
+  layout->addWidget(grid);
+  dialog->resize(900, 600);
+  dialog->show();
+}
+
+void ConsoleWindow::ShowFrequencyForm() {
+  if (running_) return;
+  const BootstrapRecord& R = store_->boot;
+  if (R.BootstrapCompleted != "yes") {
+    Note("The frequency form shows the samples of a bootstrap: run A3 first.");
+    return;
+  }
+  auto* form = new QWidget(this, Qt::Window);
+  form->setObjectName("FreqForm");
+  form->setAttribute(Qt::WA_DeleteOnClose);
+  form->setWindowTitle("Frequency distribution of bootstrap samples");
+  auto* layout = new QVBoxLayout(form);
+  auto* view = new ChartView;
+  view->setObjectName("FreqFormChart");
+  layout->addWidget(view, 1);
+  auto* buttons = new QHBoxLayout;
+  auto add = [&](const QString& caption, std::function<ChartPanel()> build) {
+    auto* b = new QPushButton(caption);
+    connect(b, &QPushButton::clicked, view, [view, build] { view->SetPanel(build()); });
+    buttons->addWidget(b);
+  };
+  const Session& S = *store_;
+  add(R.ResampleKind == "j" ? "Jackknife Ro" : "Bootstrap Ro", [&S] { return FreqFormR0(S); });
+  add("Bootstrap r", [&S] { return FreqFormr(S); });
+  add("Bar", [&S] { return IndividualCounts(S, IndividualCountsForm::Bars); });
+  add("Cont. bar", [&S] { return IndividualCounts(S, IndividualCountsForm::ContinuousBars); });
+  add("Freq. line", [&S] { return IndividualCounts(S, IndividualCountsForm::Line); });
+  add("Cont. line", [&S] { return IndividualCounts(S, IndividualCountsForm::ContinuousLine); });
+  auto* save = new QPushButton("Save chart...");
+  connect(save, &QPushButton::clicked, view, &ChartView::SaveWithDialog);
+  buttons->addStretch(1);
+  buttons->addWidget(save);
+  layout->addLayout(buttons);
+  view->SetPanel(FreqFormR0(S));
+  form->resize(1000, 700);
+  form->show();
 }
 
 QWidget* ConsoleWindow::BuildRunStatus() {

@@ -93,6 +93,9 @@ class ConsoleWindow : public QMainWindow, private ConsoleSink {
   // The form of bootstrap results: mean and SE of r, lambda, R0, T, GRR.
   void ShowBootResultForm();
   void MainChartClicked();
+  // The results form (a grid of the life table by age) and the frequency form of a bootstrap.
+  void ShowResultForm();
+  void ShowFrequencyForm();
   // After C, Q and the Tukey table: their grid (MSFlexGrid1) in a tab beside the charts.
   void ShowComparisonGrid(const std::string& control);
   // Enables the buttons and shows the frames as the session's console state says; while a

@@ -41,6 +41,13 @@ ChartPanel ShowBootMxCI(const SessionStore& S);
 // Class counts of R0 and r (the console's second chart).
 ChartPanel ShowFreqR0(const SessionStore& S);
 ChartPanel ShowFreqr(const SessionStore& S);
+// The frequency form: its twins of the two charts above ("N =" for the sample size), and how
+// often each individual was drawn over all samples, as bars with gaps, as touching bars, as a
+// thin line or as a thick line.
+ChartPanel FreqFormR0(const SessionStore& S);
+ChartPanel FreqFormr(const SessionStore& S);
+enum class IndividualCountsForm { Bars, ContinuousBars, Line, ContinuousLine };
+ChartPanel IndividualCounts(const SessionStore& S, IndividualCountsForm form);
 // Cumulative frequencies in probits against the value with the fitted line ("Observed",
 // "Expected"): of bootstrap R0 after a bootstrap, of the list of "N. Normality"; and of R0 as a
 // percentage.
