@@ -38,6 +38,13 @@ void CartesianHead(TextFile& f, const ComparisonRecord& c, int i, int j, bool ev
   f.Write(col1, col2);
 }
 
+// The six files in their order: all, to the mean, significant (serial, number), insignificant
+// (serial, number).
+void OpenSix(DetailFiles& d, const std::string (&names)[6]) {
+  TextFile* files[] = {&d.all, &d.toMean, &d.sigA, &d.sigB, &d.insigA, &d.insigB};
+  for (int k = 0; k < 6; ++k) files[k]->Open(names[k]);
+}
+
 }  // namespace
 
 void OpenPairedDetailFiles(DetailFiles& d, const SessionStore& S, int i, int j) {
@@ -45,12 +52,9 @@ void OpenPairedDetailFiles(DetailFiles& d, const SessionStore& S, int i, int j) 
   const std::string stem = c.TreatmentParameter(i) + "-" + Num(i) + " to " + Num(j);
   const std::string base = S.identity.DataFileBase;
   const std::string b = Num(c.BootCount(i));
-  d.all.Open(base + "_23_1-" + stem + "_diff-All (for N. sort).txt");
-  d.toMean.Open(base + "_23_2-" + stem + "_diff to mean diff.txt");
-  d.sigA.Open(base + "_23_3-" + stem + "_diff-SigA.txt");
-  d.sigB.Open(base + "_23_4-" + stem + "_diff-SigB.txt");
-  d.insigA.Open(base + "_23_5-" + stem + "_diff-inSigA.txt");
-  d.insigB.Open(base + "_23_6-" + stem + "_diff-inSigB.txt");
+  OpenSix(d, {base + "_23_1-" + stem + "_diff-All (for N. sort).txt", base + "_23_2-" + stem + "_diff to mean diff.txt",
+              base + "_23_3-" + stem + "_diff-SigA.txt", base + "_23_4-" + stem + "_diff-SigB.txt",
+              base + "_23_5-" + stem + "_diff-inSigA.txt", base + "_23_6-" + stem + "_diff-inSigB.txt"});
   DetailHead(d.all, c, i, j, "", "", false, "Bootstrap", "Difference");
   DetailHead(d.toMean, c, i, j, "", "", true, "Bootstrap", "Difference to mean of difference");
   const std::string sign1 = b + " (actual number of sign. can be less)";
@@ -66,12 +70,9 @@ void OpenCartesianDetailFiles(DetailFiles& d, const SessionStore& S, int i, int 
   const auto& c = S.comparison;
   const std::string stem = S.identity.DataFileBase + "_";
   const std::string pair = "-" + c.TreatmentParameter(i) + "-" + Num(i) + " to " + Num(j);
-  d.all.Open(stem + "5" + pair + "_diff-All (for N. sort).txt");
-  d.toMean.Open(stem + "6" + pair + "_diff to mean diff.txt");
-  d.sigA.Open(stem + "7" + pair + "_diff-SigA.txt");
-  d.sigB.Open(stem + "9" + pair + "_diff-SigB.txt");
-  d.insigA.Open(stem + "10" + pair + "_diff-inSigA.txt");
-  d.insigB.Open(stem + "11" + pair + "_diff-inSigB.txt");
+  OpenSix(d, {stem + "5" + pair + "_diff-All (for N. sort).txt", stem + "6" + pair + "_diff to mean diff.txt",
+              stem + "7" + pair + "_diff-SigA.txt", stem + "9" + pair + "_diff-SigB.txt",
+              stem + "10" + pair + "_diff-inSigA.txt", stem + "11" + pair + "_diff-inSigB.txt"});
   CartesianHead(d.all, c, i, j, true, "Cart. number", "Cart. Difference");
   CartesianHead(d.toMean, c, i, j, true, "Cart. number", "Difference to original difference");
   CartesianHead(d.sigA, c, i, j, false, "Serial no. of sig. diff.", "Sig. difference");
