@@ -541,8 +541,8 @@ void ConsoleWindow::Note(const QString& text) {
 void ConsoleWindow::ShowGraphCommand(const CommandInfo& command) {
   const std::string figure = FigureOfCommand(command.control, mainChart_->Panel().figure);
   try {
-    // A regression also leaves its data beside the data file.
-    if (!RegressionFigureOfCommand(command.control).empty()) WriteFecundityRegressionFile(*store_, figure);
+    // A regression and the expected fecundity also leave their data beside the data file.
+    WriteFigureFile(*store_, figure);
     mainChart_->SetPanel(BuildFigure(*store_, figure));
   } catch (const ProgramEnd& e) {
     ShowFault({Outcome::Fault, e.title, e.message});

@@ -3,6 +3,7 @@
 // result fields and draws s(x,j); dialogues raised on the worker and answered on the window;
 // a bootstrap during which the window keeps turning; a fault that ends the program.
 #include <QAbstractButton>
+#include <QBarSeries>
 #include <QChart>
 #include <QDialog>
 #include <QFile>
@@ -208,11 +209,18 @@ void ConsoleWindowTest::basicRunFillsTheResultsAndDrawsTheSurvivalChart() {
   QCOMPARE(w.MainChart()->Panel().figure, std::string("ShowFRegOnTotalLong"));
   QVERIFY(qobject_cast<QScatterSeries*>(w.MainChart()->chart()->series().at(0)));
   QVERIFY(QFile::exists(dir.filePath("mite_G_Total longevity and fecundity.txt")));
+  // The expected fecundity of females, with its file.
+  QTest::mouseClick(Button(w, "cmdShowFemaleFecundExpectancy"), Qt::LeftButton);
+  QCOMPARE(w.MainChart()->Panel().figure, std::string("ShowFemaleFecundityExpectancy"));
+  QVERIFY(QFile::exists(dir.filePath("mite_7_Fig_female fecundity expectancy.txt")));
   // The large graph opens on s(x,j), bigger.
   QTest::mouseClick(Button(w, "Command4"), Qt::LeftButton);
   QVERIFY(w.LargeGraphWindow() && w.LargeGraphWindow()->isVisible());
   QCOMPARE(w.LargeGraphWindow()->View()->Panel().figure, std::string("ShowSxj"));
   QCOMPARE(w.LargeGraphWindow()->View()->Panel().titleFont.size, 16);
+  // Its list also offers the figures beyond the click cycle: the stage bars among them.
+  w.LargeGraphWindow()->ShowFigure("ShowStageMortality");
+  QVERIFY(qobject_cast<QBarSeries*>(w.LargeGraphWindow()->View()->chart()->series().at(0)));
 
   // Charts are saved as PNG images and SVG drawings.
   const QString png = dir.filePath("chart.png"), svg = dir.filePath("chart.svg");
