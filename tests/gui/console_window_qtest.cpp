@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QFile>
 #include <QFileDialog>
+#include <QImage>
 #include <QGroupBox>
 #include <QInputDialog>
 #include <QLabel>
@@ -25,6 +26,7 @@
 #include <functional>
 
 #include "chart_view.h"
+#include "figure_export.h"
 #include "console_window.h"
 #include "large_graph.h"
 #include "text/numbers.h"
@@ -372,6 +374,27 @@ void ConsoleWindowTest::bootstrapKeepsTheWindowTurning() {
   auto* results = w.findChild<QDialog*>("ResultFm");
   QVERIFY(results && results->isVisible());
   QCOMPARE(results->findChild<QTableWidget*>("ResultGrid")->rowCount(), w.Store().ws.tables.LastAge + 2);
+
+  // The figures for a paper: seven drawings, and the same as images of the page's size.
+  for (const char* format : {"svg", "png"}) {
+    korvan::gui::FigureExport how;
+    how.folder = dir.filePath("figures");
+    how.format = format;
+    how.dpi = 150;
+    QString error;
+    const QStringList files = korvan::gui::ExportFigures(w.Store(), how, error);
+    QVERIFY2(error.isEmpty(), qPrintable(error));
+    QCOMPARE(files.size(), 7);
+    QFile first(files.front());
+    QVERIFY(first.open(QIODevice::ReadOnly));
+    const QByteArray head = first.read(512);
+    if (how.format == "svg") {
+      QVERIFY(head.contains("<svg"));
+    } else {
+      QVERIFY(head.startsWith("\x89PNG"));
+      QCOMPARE(QImage(files.front()).width(), 605 * 150 / 96);
+    }
+  }
 }
 
 void ConsoleWindowTest::faultShowsItsBoxAndEndsTheProgram() {
