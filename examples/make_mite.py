@@ -1,5 +1,8 @@
 #!/usr/bin/env python3
-"""Writes examples/mite.txt: a two-spotted spider mite cohort reared on bean leaf discs.
+"""Writes examples/mite.txt: a two-spotted spider mite cohort reared on bean leaf discs at 25 C,
+and beside it mite_20C.txt and mite_30C.txt, the same species at 20 C (slower, longer-lived,
+fewer eggs a day) and 30 C (faster, shorter-lived, more eggs a day): three treatments to
+compare.
 
 The cohort is made up by the team to look like a real rearing: 100 eggs followed daily through
 egg, larva, protonymph and deutonymph to the adult female or male; a few die as preadults.
@@ -10,7 +13,7 @@ the same on every machine and every Python. The layout is the one the program's 
 uses: quoted head, bare type lines, one line per individual, fecundity in lines of at most
 20 values.
 
-Run: python3 examples/make_mite.py  (writes mite.txt beside this script)
+Run: python3 examples/make_mite.py  (writes the three files beside this script)
 """
 import os
 
@@ -38,20 +41,34 @@ class Lcg:
         return len(weights) - 1
 
 
-def preadult_durations(rng):
-    # Days in egg, larva, protonymph, deutonymph at about 25 C.
+# Treatments: file, treatment line, seed, development time and adult life relative to 25 C,
+# eggs added to the daily peak.
+TREATMENTS = [
+    ("mite.txt", "Bean leaf discs 25 C 16L:8D", 20240507, 1.0, 1.0, 0),
+    ("mite_20C.txt", "Bean leaf discs 20 C 16L:8D", 20240520, 1.6, 1.4, -3),
+    ("mite_30C.txt", "Bean leaf discs 30 C 16L:8D", 20240530, 0.7, 0.75, 2),
+]
+
+
+def scaled(days, factor):
+    """Days at another temperature, at least one."""
+    return days if factor == 1.0 else max(1, int(days * factor + 0.5))
+
+
+def preadult_durations(rng, slow=1.0):
+    # Days in egg, larva, protonymph, deutonymph at about 25 C, scaled to the temperature.
     egg = 3 + rng.pick([1, 6, 3])
     larva = 1 + rng.pick([3, 5, 1])
     proto = 1 + rng.pick([4, 4, 1])
     deuto = 1 + rng.pick([3, 5, 2])
-    return [egg, larva, proto, deuto]
+    return [scaled(d, slow) for d in (egg, larva, proto, deuto)]
 
 
-def female_eggs(rng, days):
+def female_eggs(rng, days, more=0):
     """Daily eggs: a pre-oviposition day or two, a peak near day 5 to 8, a slow decline."""
     apop = rng.pick([2, 5, 2])  # 0, 1 or 2 days without eggs
     peak_day = apop + 3 + rng.pick([1, 2, 2, 1])
-    peak = 7 + rng.pick([1, 2, 3, 2, 1])
+    peak = 7 + more + rng.pick([1, 2, 3, 2, 1])
     eggs = []
     for day in range(1, days + 1):
         if day <= apop:
@@ -74,12 +91,12 @@ def number(v):
     return (" " if v >= 0 else "") + str(v)
 
 
-def main():
-    rng = Lcg(20240507)
+def write(name, treatment, seed, slow, life, more):
+    rng = Lcg(seed)
     lines = [
         '"Project: Tetranychus urticae Ver. 5/7/2024"',
         '"KORVAN team"',
-        '"Bean leaf discs 25 C 16L:8D"',
+        '"' + treatment + '"',
         str(N),
         "2,5",
         "F," + ",".join(STAGES) + ",Female",
@@ -87,7 +104,7 @@ def main():
         "Egg,Female",
     ]
     for i in range(1, N + 1):
-        durations = preadult_durations(rng)
+        durations = preadult_durations(rng, slow)
         u = rng.uniform()
         if u < 0.12:
             # Died as a preadult: the stage of death carries the days lived in it, negative.
@@ -97,20 +114,25 @@ def main():
             lines.append(number(i) + " ,N," + ",".join(number(d) for d in record))
             continue
         if u < 0.12 + 0.62:
-            adult = 10 + rng.pick([2, 3, 4, 5, 5, 4, 3, 2, 2, 1]) * 2 + rng.pick([1, 1])
+            adult = scaled(10 + rng.pick([2, 3, 4, 5, 5, 4, 3, 2, 2, 1]) * 2 + rng.pick([1, 1]), life)
             record = durations + [adult]
             lines.append(number(i) + " ,F," + ",".join(number(d) for d in record))
-            values = female_eggs(rng, adult) + [-1]
+            values = female_eggs(rng, adult, more) + [-1]
             for start in range(0, len(values), 20):
                 chunk = values[start:start + 20]
                 lines.append(",".join(number(v) for v in chunk))
         else:
-            adult = 8 + rng.pick([2, 3, 4, 4, 3, 2, 2, 1, 1, 1]) * 2 + rng.pick([1, 1])
+            adult = scaled(8 + rng.pick([2, 3, 4, 4, 3, 2, 2, 1, 1, 1]) * 2 + rng.pick([1, 1]), life)
             record = durations + [adult]
             lines.append(number(i) + " ,M," + ",".join(number(d) for d in record))
-    path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "mite.txt")
+    path = os.path.join(os.path.dirname(os.path.abspath(__file__)), name)
     with open(path, "w", newline="\n") as out:
         out.write("\n".join(lines) + "\n")
+
+
+def main():
+    for treatment in TREATMENTS:
+        write(*treatment)
 
 
 if __name__ == "__main__":
