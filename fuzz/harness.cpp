@@ -161,6 +161,22 @@ Outcome RunDataFileAllSteps(Workbench& bench, const std::uint8_t* data, std::siz
   return RunTwoSexThenParthenogenetic(AllStepsRun, bench, data, size);
 }
 
+Outcome RunCsvFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string csv = bench.Put("cohort.csv", data, size);
+  Outcome ran = Guarded([&] {
+    auto S = std::make_unique<Session>();
+    S->StartUp();
+    SetStartUpConsole(S->console);
+    AcceptingPrompts P;
+    FastRun(*S, P, csv, true);
+    Outcome ran;
+    ran.basicRunDone = S->basic.BasicRunDone == "yes";
+    return ran;
+  });
+  bench.ExpectIntact(csv, data, size);
+  return ran;
+}
+
 const char* const kRecordCohort =
     "Project: Record\nTester\nLab 25C\n6\n2, 4\n"
     "F,Egg,Larva,Nymph,Female\nM,Egg,Larva,Nymph,Male\nEgg,Nymph\n"

@@ -68,6 +68,10 @@ Outcome RunDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size
 // "A2. Basic Run" with every setting of the run at its default.
 Outcome RunDataFileAllSteps(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
+// The bytes as a cohort kept in a spreadsheet (a CSV file), chosen at "A1. Read data" in a Fast
+// Run of a two-sex population: the data file written from it, its check, then Basic Run.
+Outcome RunCsvFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
 // The bytes as a record of bootstrap samples (file no. 11): Basic Run of a small fixed cohort
 // in a Fast Run, then "A3. Bootstrap" repeating the samples of the record, on one thread.
 Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t size);

@@ -14,6 +14,8 @@
 #include "analyses/treatment_summary.h"
 #include "cli_run.h"
 #include "commands/run_command.h"
+#include "input/csv_import.h"
+#include "store/faults.h"
 #include "store/session_store.h"
 #include "ui/answer_book.h"
 #include "ui/command_table.h"
@@ -87,6 +89,20 @@ class InFolder {
 };
 
 }  // namespace
+
+int RunImport(const std::string& csvPath) {
+  if (!IsCsvPath(csvPath)) {
+    std::cerr << "korvan import: " << csvPath << " is no .csv file\n";
+    return kExitUsage;
+  }
+  try {
+    std::cout << ImportCohortCsv(csvPath) << '\n';
+  } catch (const ProgramEnd& e) {
+    std::cerr << e.title << '\n' << e.message << '\n';
+    return kExitProgramEnd;
+  }
+  return kExitDone;
+}
 
 int RunAnalyze(const AnalyzeOptions& options) {
   if (options.files.empty()) {

@@ -43,6 +43,9 @@ struct AnalyzeOptions {
 };
 int RunAnalyze(const AnalyzeOptions& options);
 
+// `korvan import FILE.csv`: the data file of the cohort, written beside it.
+int RunImport(const std::string& csvPath);
+
 // The help's list of commands: code, control name, caption and tool tip of each.
 std::string CommandListText();
 

@@ -35,6 +35,11 @@ int main(int argc, char** argv) {
   app.add_option("COMMAND", options.commands, "Commands by code or control name, or: demo");
   app.footer(CommandListText());
 
+  std::string importFile;
+  auto* importCommand = app.add_subcommand(
+      "import", "Writes the life-table data file of a cohort kept as a CSV file (one row per individual) beside it");
+  importCommand->add_option("FILE", importFile, "The CSV file")->required()->type_name("FILE.csv");
+
   AnalyzeOptions analyze;
   auto* analyzeCommand = app.add_subcommand(
       "analyze", "Each data file through the Fast Run and a bootstrap, the paired test of every statistic "
@@ -57,6 +62,7 @@ int main(int argc, char** argv) {
     return code == 0 ? kExitDone : kExitUsage;
   }
   options.hasSeed = seed->count() > 0;
+  if (importCommand->parsed()) return RunImport(importFile);
   if (analyzeCommand->parsed()) {
     analyze.hasSeed = analyzeSeed->count() > 0;
     return RunAnalyze(analyze);

@@ -1,5 +1,7 @@
 #include "commands/read_data_a1.h"
 
+#include "input/csv_import.h"
+
 #include <cmath>
 #include <string>
 
@@ -23,7 +25,9 @@ void ReadDataA1::cmdReadDataA1_Click() {
   S.options.GroupRearedFlag = "No";
   ApplyConsoleRule(S.console, "A1 begins");
 
-  const std::string path = P.ChooseFile("Open life table data file");
+  std::string path = P.ChooseFile("Open life table data file");
+  // A cohort kept in a spreadsheet is read through the data file written from it.
+  if (IsCsvPath(path)) path = ImportCohortCsv(path);
   if (!path.empty()) {
     S.identity.DataFilePath = path;
     P.Status("txtDatafile", path);

@@ -129,6 +129,21 @@ TEST(FuzzCorpus, ListFilesAreResampledAndSortedOrEndAsTheProgramEnds) {
                 "values_only.txt", "r_column.txt", "differences.txt"});
 }
 
+// Cohorts kept in spreadsheets: converted and analysed, or ended with the place of the fault.
+TEST(FuzzCorpus, CsvFilesAreImportedOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("csv_file", RunCsvFile);
+  ASSERT_GE(endings.size(), 11u);
+  for (const char* file : {"cohort_of_six.csv", "quoted_crlf_bom.csv"}) {
+    EXPECT_EQ(endings[file].ending, Ending::Ran) << file << ": " << endings[file].message;
+    EXPECT_TRUE(endings[file].basicRunDone) << file;
+  }
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"text_in_duration.csv", "row_longer.csv", "no_adult_column.csv", "male_with_eggs.csv",
+                "n_without_death.csv", "eggs_beyond_double.csv", "header_only.csv", "empty.csv",
+                "quote_not_closed.csv"});
+  EXPECT_NE(endings["row_longer.csv"].message.find("Row 2 has 6 cells; the header has 5."), std::string::npos);
+}
+
 TEST(FuzzCorpus, ColumnFilesArePairedOrEndAsTheProgramEnds) {
   auto endings = ReplayFolder("column_file", RunColumnFile);
   ASSERT_GE(endings.size(), 30u);
