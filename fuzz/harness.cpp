@@ -64,6 +64,14 @@ Outcome Guarded(Run&& run) {
   }
 }
 
+// A session as the program starts it, its console at start-up.
+std::unique_ptr<Session> StartedSession() {
+  auto S = std::make_unique<Session>();
+  S->StartUp();
+  SetStartUpConsole(S->console);
+  return S;
+}
+
 // A command pressed through the one way every front end runs commands. The endings of bad input
 // are thrown on to Guarded; any other ending is a finding.
 void Press(Session& S, PromptService& P, const char* control) {
@@ -121,9 +129,7 @@ void AllStepsRun(Session& S, AcceptingPrompts& P, const std::string& path, bool 
 using Route = void (*)(Session&, AcceptingPrompts&, const std::string&, bool);
 
 Outcome ReadAndRun(Route route, const std::string& path, bool twoSex) {
-  auto S = std::make_unique<Session>();
-  S->StartUp();
-  SetStartUpConsole(S->console);
+  auto S = StartedSession();
   AcceptingPrompts P;
   route(*S, P, path, twoSex);
   Outcome ran;
@@ -164,9 +170,7 @@ Outcome RunDataFileAllSteps(Workbench& bench, const std::uint8_t* data, std::siz
 Outcome RunCsvFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
   const std::string csv = bench.Put("cohort.csv", data, size);
   Outcome ran = Guarded([&] {
-    auto S = std::make_unique<Session>();
-    S->StartUp();
-    SetStartUpConsole(S->console);
+    auto S = StartedSession();
     AcceptingPrompts P;
     FastRun(*S, P, csv, true);
     Outcome ran;
@@ -187,9 +191,7 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   const std::string cohort = bench.Put("cohort.txt", kRecordCohort, std::strlen(kRecordCohort));
   const std::string record = bench.Add("record.txt", data, size);
   Outcome ran = Guarded([&] {
-    auto S = std::make_unique<Session>();
-    S->StartUp();
-    SetStartUpConsole(S->console);
+    auto S = StartedSession();
     AcceptingPrompts P;
     FastRun(*S, P, cohort, true);
     Outcome ran;
@@ -245,9 +247,7 @@ long ComparedValues(const SessionStore& S) {
 }
 
 Outcome PairedOneByOne(const std::string& file1, const std::string& file2, const char* transformation) {
-  auto S = std::make_unique<Session>();
-  S->StartUp();
-  SetStartUpConsole(S->console);
+  auto S = StartedSession();
   AcceptingPrompts P;
   P.files["Input treatment 1"] = file1;
   P.files["Input treatment 2"] = file2;
@@ -270,9 +270,7 @@ Outcome PairedOneByOne(const std::string& file1, const std::string& file2, const
 
 // "Q. CartesianPT" on two column files, in detail or not.
 Outcome Cartesian(const std::string& file1, const std::string& file2, bool detailed) {
-  auto S = std::make_unique<Session>();
-  S->StartUp();
-  SetStartUpConsole(S->console);
+  auto S = StartedSession();
   AcceptingPrompts P;
   P.answers["Do you need detailed info?"] = detailed ? kYes : kNo;
   P.answers["Do you need flow record?"] = kNo;
@@ -318,9 +316,7 @@ Outcome RunRatioFile(Workbench& bench, const std::uint8_t* data, std::size_t siz
   const std::string fixed = bench.Add("fixed.txt", kColumnFile, std::strlen(kColumnFile));
   for (const bool columnFirst : {true, false}) {
     Outcome ran = Guarded([&] {
-      auto S = std::make_unique<Session>();
-      S->StartUp();
-      SetStartUpConsole(S->console);
+      auto S = StartedSession();
       AcceptingPrompts P;
       P.inputs["Transformation?"] = "0";
       P.files["Select the numerator file (partial)"] = columnFirst ? column : fixed;
@@ -339,9 +335,7 @@ Outcome RunListFile(Workbench& bench, const std::uint8_t* data, std::size_t size
   for (int route = 0; route < 7; ++route) {
     const bool serial = route % 2 == 0;
     Outcome ran = Guarded([&] {
-      auto S = std::make_unique<Session>();
-      S->StartUp();
-      SetStartUpConsole(S->console);
+      auto S = StartedSession();
       S->runControl.hasSeed = true;
       S->runControl.seed = 1;
       S->runControl.threads = 1;
@@ -375,9 +369,7 @@ Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   const std::string pooled = bench.Put("pooled.txt", data, size);
   InFolder here(bench.Path());
   Outcome ran = Guarded([&] {
-    auto S = std::make_unique<Session>();
-    S->StartUp();
-    SetStartUpConsole(S->console);
+    auto S = StartedSession();
     AcceptingPrompts P;
     P.files["Open pooled file of treatments for paired bootstrap test"] = pooled;
     P.answers["Do you need flow record?"] = kNo;
@@ -393,9 +385,7 @@ Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   });
   bench.ExpectIntact(pooled, data, size);
   const Outcome tukey = Guarded([&] {
-    auto S = std::make_unique<Session>();
-    S->StartUp();
-    SetStartUpConsole(S->console);
+    auto S = StartedSession();
     AcceptingPrompts P;
     P.files["Open Tukey Q5 table"] = pooled;
     // The table's closing note goes to the main output of a Basic Run.
