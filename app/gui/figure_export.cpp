@@ -76,6 +76,16 @@ QStringList ExportFigures(const SessionStore& S, const FigureExport& how, QStrin
     figures.push_back("ShowFreqr");
     figures.push_back("ShowFreqR0");
   }
+  if (!how.figures.isEmpty()) {
+    figures.clear();
+    for (const QString& name : how.figures) {
+      if (!IsFigureBuilt(name.toStdString())) {
+        error = "No figure " + name + " (the names are those of the large graph's list).";
+        return written;
+      }
+      figures.push_back(name.toStdString());
+    }
+  }
   const QString stem = QFileInfo(QString::fromStdString(S.identity.DataFilePath)).completeBaseName();
   ChartView view;
   view.resize(kWidth, kHeight);

@@ -14,6 +14,7 @@ struct FigureExport {
   QString folder;
   QString format = "svg";  // "svg" or "png"
   int dpi = 300;           // of a PNG image
+  QStringList figures;     // by the names of their Show procedures; empty: the paper's set
 };
 
 // Writes "<data file's name>_fig_<figure>.<format>" into the folder for each figure the run has;

@@ -37,7 +37,9 @@ int main(int argc, char** argv) {
   const QCommandLineOption figures("figures", "After the commands, write the run's figures into DIR and end.", "DIR");
   const QCommandLineOption format("format", "Figures as svg (default) or png.", "FORMAT", "svg");
   const QCommandLineOption dpi("dpi", "Resolution of png figures (default 300).", "N", "300");
-  parser.addOptions({answers, answer, defaults, seed, threads, grab, figures, format, dpi});
+  const QCommandLineOption figure("figure", "With --figures: this figure only, by name, e.g. ShowStageMortality "
+                                            "(repeatable; default: the paper's set).", "NAME");
+  parser.addOptions({answers, answer, defaults, seed, threads, grab, figures, format, dpi, figure});
   parser.addPositionalArgument("commands", "Console commands to run in order (A1 A2 A3 ...).", "[COMMAND...]");
   parser.process(app);
 
@@ -92,6 +94,7 @@ int main(int argc, char** argv) {
     korvan::gui::FigureExport how;
     how.folder = parser.value(figures);
     how.format = parser.value(format).toLower();
+    how.figures = parser.values(figure);
     how.dpi = parser.value(dpi).toInt(&ok);
     if (!ok || how.dpi < 50 || how.dpi > 2400) {
       std::fprintf(stderr, "korvan-gui: --dpi takes a whole number from 50 to 2400\n");
