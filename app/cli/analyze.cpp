@@ -1,7 +1,9 @@
 // `korvan analyze FILE...`: a paper's comparison in one command. For each data file the Fast
 // Run (A1 and A2) and a bootstrap of B samples with the answers the example answer files give;
 // then, with two or more files, the paired bootstrap test (C) of every statistic of the
-// summary over all of them; the summary table as CSV and Markdown, and on the terminal.
+// summary over all of them; the summary table as CSV and Markdown, and on the terminal. A
+// dialogue those answers leave open (a file without sexes, rearing costs) is asked on the
+// terminal, or answered by --answer.
 #include <unistd.h>
 
 #include <algorithm>
@@ -31,8 +33,9 @@ namespace {
 
 // The answers of one treatment's run: A1 as a Fast Run, then A3 along its detailed steps with
 // the fast steps, B samples of the cohort's size.
-AnswerBook TreatmentAnswers(const std::string& data, long B) {
+AnswerBook TreatmentAnswers(const std::string& data, long B, const std::vector<std::string>& more) {
   AnswerBook book;
+  for (const auto& line : more) book.AddOption(line);
   for (const std::string& line :
        {"Open life table data file=" + data, std::string("Do you need only the basic output (0A) and figure files?=No"),
         std::string("Fast run for two-sex or parthenogenetic population?=Yes"),
@@ -109,6 +112,11 @@ int RunAnalyze(const AnalyzeOptions& options) {
     std::cerr << "korvan analyze: no data file given\n";
     return kExitUsage;
   }
+  for (const auto& answer : options.answers)
+    if (answer.find('=') == std::string::npos) {
+      std::cerr << "korvan analyze: --answer takes 'TITLE=ANSWER', not: " << answer << '\n';
+      return kExitUsage;
+    }
   std::error_code ec;
   fs::path out = options.outDir.empty() ? fs::path() : fs::absolute(options.outDir, ec);
   if (!out.empty()) {
@@ -171,7 +179,7 @@ int RunAnalyze(const AnalyzeOptions& options) {
     SetStartUpConsole(S.console);
     // Each treatment its own stream: seed, seed + 1, ...
     S.runControl = {true, seed + treatments.size(), options.threads, options.quiet};
-    AnalyzePrompts P(TreatmentAnswers(data.string(), options.bootstrap), false,
+    AnalyzePrompts P(TreatmentAnswers(data.string(), options.bootstrap, options.answers), false,
                      ::isatty(0) ? &terminal : nullptr, &display);
     if (!options.quiet) std::cerr << "korvan analyze: " << data.string() << '\n';
     int code = kExitDone;

@@ -40,6 +40,7 @@ struct AnalyzeOptions {
   int threads = 0;
   bool quiet = false;
   std::string outDir;
+  std::vector<std::string> answers;  // KEY=VALUE: answers beyond the Fast Run's (a file without sexes)
 };
 int RunAnalyze(const AnalyzeOptions& options);
 

@@ -54,6 +54,9 @@ int main(int argc, char** argv) {
   analyzeCommand->add_option("--out", analyze.outDir, "Folder of the results (default: beside each data file)")
       ->type_name("DIR");
   analyzeCommand->add_flag("--quiet", analyze.quiet, "Show no progress");
+  analyzeCommand->add_option("--answer", analyze.answers,
+                             "An answer to a dialogue the Fast Run leaves open, as 'TITLE=ANSWER' (repeatable)")
+      ->type_name("'KEY=VALUE'")->allow_extra_args(false);
 
   try {
     app.parse(argc, argv);
