@@ -207,7 +207,13 @@ int RunAnalyze(const AnalyzeOptions& options) {
     table.cohortSizes.push_back(t.n);
   }
   const std::size_t count = treatments.size();
-  for (const auto& statistic : SummaryStatistics(treatments.front().preadultStages)) {
+  // Stages by name, in the order the treatments bring them: a stage some treatments lack shows
+  // "-" for them and is not compared.
+  std::vector<std::string> stages;
+  for (const auto& t : treatments)
+    for (const auto& stage : t.preadultStages)
+      if (std::find(stages.begin(), stages.end(), stage) == stages.end()) stages.push_back(stage);
+  for (const auto& statistic : SummaryStatistics(stages)) {
     SummaryColumn column{statistic, {}, {}};
     bool everywhere = true;
     for (const auto& t : treatments) {

@@ -229,6 +229,7 @@ void BootResultFiles::WriteEffectiveBootstrapInColumn() {
   WriteBootStageSurvivalRateInColumn();
   WriteBootStageSpecificMortality();
   WriteBootSexStageMeaninColumn();
+  WriteBootstageMeaninColumn();
   WriteBootAdultMortalityinColumn();
   if (S.options.PredationPresent == "Yes") {
     WriteBootC0andOmegaInColumn();

@@ -37,6 +37,7 @@ class BootResultFiles : public Procedures {
   void WriteBootC0andOmegaInColumn();
   void WriteBootC0andOmegaInRow();
   void WriteBootSexStageMeaninColumn();
+  void WriteBootstageMeaninColumn();
   void WriteBootAdultMortalityinColumn();
 
   void WriteBootstrapFrequency();

@@ -54,6 +54,18 @@ void BootResultFiles::WriteBootAdultMortalityinColumn() {
   }
 }
 
+// The duration of each preadult stage over all individuals that passed it, sample by sample:
+// the column the paired test compares between treatments.
+void BootResultFiles::WriteBootstageMeaninColumn() {
+  const LifeTableBootLists& L = S.lifeTable.BootLists();
+  for (int j = 1; j < S.header.StageCount; ++j) {
+    const std::string stage = S.header.StageName(1, j);
+    WriteColumnFile("_Effect Boot-S1_Stage mean_" + stage + ".txt",
+                    Head("-" + stage, stage, S.lifeTable.OriginalStageMean(j)),
+                    [&](long k) { return L.BootStageMean(j, k); }, false, "-1");
+  }
+}
+
 void BootResultFiles::WriteBootSexStageMeaninColumn() {
   const LifeTableBootLists& L = S.lifeTable.BootLists();
   const LifeTableRecord& T = S.lifeTable;
