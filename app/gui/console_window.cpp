@@ -540,6 +540,11 @@ void ConsoleWindow::Note(const QString& text) {
 
 void ConsoleWindow::ShowGraphCommand(const CommandInfo& command) {
   const std::string figure = FigureOfCommand(command.control, mainChart_->Panel().figure);
+  if (figure == "ShowFRegOnConsumption" && !HasConsumptionData(*store_)) {
+    Note("No consumption was read with this data file: the regression of fecundity on total consumption needs "
+         "the consumption of each individual.");
+    return;
+  }
   try {
     // A regression and the expected fecundity also leave their data beside the data file.
     WriteFigureFile(*store_, figure);

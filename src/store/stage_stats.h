@@ -34,6 +34,8 @@ struct StageStatsWork {
   IndDoubles PreadultDuration{"PreadultDuration"};
   IndDoubles FemaleLongevity{"FemaleLongevity"};
   IndDoubles TotalFecundity{"TotalFecundity"};
+  // Prey (or food) eaten over the individual's life; all 0 unless a consumption file was read.
+  IndDoubles TotalConsumption{"TotalConsumption"};
   IndDoubles DailyFecundityMean{"DailyFecundityMean"};
   IndDoubles DailyFecunditySE{"DailyFecunditySE"};
   Vec<long, 0, kMaxIndividual> OviUnits{"OviUnits"};

@@ -210,6 +210,7 @@ constexpr std::array kFigures = {
     NamedFigure{"ShowFemaleMxWithPreA", ShowFemaleMxWithPreA},
     NamedFigure{"ShowFemaleFecundityExpectancy", ShowFemaleFecundityExpectancy},
     NamedFigure{"ShowFRegOnAdultLongResidual", ShowFRegOnAdultLongResidual},
+    NamedFigure{"ShowFRegOnConsumption", ShowFRegOnConsumption},
 };
 
 constexpr std::array<std::string_view, kLargeGraphCycleFigures + 17> kLargeGraph = {

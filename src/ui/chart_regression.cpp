@@ -34,7 +34,7 @@ RegressionFit RegressionAnalysis(const std::vector<double>& x, const std::vector
 
 namespace {
 
-enum class Against { TotalLongevity, AdultLongevity, OviDays };
+enum class Against { TotalLongevity, AdultLongevity, OviDays, Consumption };
 
 struct RegressionKind {
   const char* figure;
@@ -51,6 +51,8 @@ constexpr RegressionKind kKinds[] = {
     {"ShowFRegOnOviDays", "cmdFecundityVsOvidays", "oviposition days", "Oviposition days", Against::OviDays},
     {"ShowFRegOnAdultLongResidual", "", "adult longevity (residuals)", "Adult longevity", Against::AdultLongevity,
      true},
+    {"ShowFRegOnConsumption", "cmdShowFvsConsumption", "total consumption", "Total consumption",
+     Against::Consumption},
 };
 
 const RegressionKind* KindOf(std::string_view figure) {
@@ -79,6 +81,7 @@ std::vector<Female> Females(const SessionStore& S, const RegressionKind& kind) {
       case Against::TotalLongevity: x = w.Longevity(i); break;
       case Against::AdultLongevity: x = TimeUnitToDays(std::fabs(C.StageDuration(i, m)), S.settings.TimeUnit); break;
       case Against::OviDays: x = w.OviDays(i); break;
+      case Against::Consumption: x = w.TotalConsumption(i); break;
     }
     out.push_back({C.IndividualNo(i), x, w.TotalFecundity(i)});
   }
@@ -116,6 +119,14 @@ ChartPanel ShowFRegOnTotalLong(const SessionStore& S) { return Regression(S, kKi
 ChartPanel ShowFRegOnAdultLong(const SessionStore& S) { return Regression(S, kKinds[1]); }
 ChartPanel ShowFRegOnOviDays(const SessionStore& S) { return Regression(S, kKinds[2]); }
 ChartPanel ShowFRegOnAdultLongResidual(const SessionStore& S) { return Regression(S, kKinds[3]); }
+ChartPanel ShowFRegOnConsumption(const SessionStore& S) { return Regression(S, kKinds[4]); }
+
+bool HasConsumptionData(const SessionStore& S) {
+  const int n = std::clamp(S.ws.cohort.CohortSize, 0, static_cast<int>(kMaxIndividual));
+  for (int i = 1; i <= n; ++i)
+    if (S.ws.stageStats.TotalConsumption(i) != 0) return true;
+  return false;
+}
 
 std::string RegressionFigureOfCommand(std::string_view control) {
   for (const auto& k : kKinds) {

@@ -26,6 +26,10 @@ ChartPanel ShowFRegOnOviDays(const SessionStore& S);
 // The residuals of the regression on adult longevity (observed minus fitted) against adult
 // longevity: "Observed" the residuals, "Expected" 0.
 ChartPanel ShowFRegOnAdultLongResidual(const SessionStore& S);
+// Fecundity against the consumption of the females over their lives.
+ChartPanel ShowFRegOnConsumption(const SessionStore& S);
+// Whether the cohort has consumption to regress on (a consumption file was read with it).
+bool HasConsumptionData(const SessionStore& S);
 
 // The figure of a regression command ("cmdShowFvsTotalLong", ...); empty for another.
 std::string RegressionFigureOfCommand(std::string_view control);

@@ -100,7 +100,9 @@ TEST(FecundityRegression, FemalesOfTheExampleAndTheirFile) {
   WriteFecundityRegressionFile(S, "ShowFRegOnAdultLong");
   EXPECT_TRUE(std::filesystem::exists(dir.file("mite_G_Adult longevity and fecundity")));
   EXPECT_EQ(BuildFigure(S, "ShowFRegOnOviDays").x.title, "Oviposition days");
-  EXPECT_EQ(RegressionFigureOfCommand("cmdShowFvsConsumption"), "");
+  // Without a consumption file there is nothing to regress on.
+  EXPECT_EQ(RegressionFigureOfCommand("cmdShowFvsConsumption"), "ShowFRegOnConsumption");
+  EXPECT_FALSE(HasConsumptionData(S));
 }
 
 TEST(BootResultForm, RoundingsCaptionAndGroupRearedCohorts) {
