@@ -181,27 +181,47 @@ void DataFileReader::SetTotalLongevity() { FormTotalLongevity(W.cohort, S.header
 
 namespace korvan {
 
+namespace {
+
+// The head of a table read apart from the data file (adult, immature): fields 1 to 6 and 8 of a
+// data file, never costs.
+struct SideTableHead {
+  std::string &project, &user, &treatment;
+  int &count, &typeCount, &stageCount;
+  Vec<std::string, 0, kMaxType>& typeCode;
+  Mat<std::string, kMaxType, kMaxStage + 1>& stageName;
+  Vec<std::string, 1, 2>& specialGroup;
+};
+
+void ReadSideTableHead(FieldReader& in, const SideTableHead& h) {
+  h.project = CleanProjectName(in.ReadString());
+  h.user = in.ReadString();
+  h.treatment = in.ReadString();
+  h.count = ReadInt16(in);
+  h.typeCount = ReadInt16(in);
+  h.stageCount = ReadInt16(in);
+  for (int t = 1; t <= h.typeCount; ++t) {
+    h.typeCode(t) = in.ReadString();
+    for (int j = 1; j <= h.stageCount; ++j) h.stageName(t, j) = in.ReadString();
+  }
+  h.specialGroup(1) = in.ReadString();
+  h.specialGroup(2) = in.ReadString();
+  if (h.stageCount == 2) h.specialGroup(2) = "Adult";
+}
+
+}  // namespace
+
 void DataFileReader::InputAdultLifeTable() {
   Flow("InputAdultLifeTable");
   const std::string path = P.ChooseFile("Open adult life table");
   if (path.empty()) return;
   FieldReader in(path);
   AdultLifeTable& a = S.adult;
-  a.AdultProjectName = CleanProjectName(in.ReadString());
-  a.AdultUserName = in.ReadString();
-  a.AdultTreatmentName = in.ReadString();
+  a.AdultFilePath = path;
+  ReadSideTableHead(in, {a.AdultProjectName, a.AdultUserName, a.AdultTreatmentName, a.AdultCohortSize,
+                         a.AdultTypeCount, a.AdultStageCount, a.AdultTypeCode, a.AdultStageName,
+                         a.AdultSpecialGroup});
   S.identity.TreatmentName = a.AdultTreatmentName;
-  a.AdultCohortSize = ReadInt16(in);
-  a.AdultTypeCount = ReadInt16(in);
-  a.AdultStageCount = ReadInt16(in);
-  const int m = a.AdultStageCount;
-  for (int t = 1; t <= a.AdultTypeCount; ++t) {
-    a.AdultTypeCode(t) = in.ReadString();
-    for (int j = 1; j <= m; ++j) a.AdultStageName(t, j) = in.ReadString();
-  }
-  a.AdultSpecialGroup(1) = in.ReadString();
-  a.AdultSpecialGroup(2) = in.ReadString();
-  if (m == 2) a.AdultSpecialGroup(2) = "Adult";
 
   for (long i = 1; i <= a.AdultCohortSize; ++i) {
     const int number = ReadInt16(in);
@@ -214,6 +234,43 @@ void DataFileReader::InputAdultLifeTable() {
     const int d = ReadInt16(in);
     a.AdultLongevity(i) = d;
     if (sex == "F") ReadFecundityList(in, a.AdultFecundity, i, d, 1);
+  }
+}
+
+void DataFileReader::InputImmatureLifeTable() {
+  Flow("InputImmatureLifeTable");
+  const std::string path = P.ChooseFile("Open immature life table");
+  if (path.empty()) return;
+  FieldReader in(path);
+  ImmatureLifeTable& im = S.immature;
+  im.ImmatureFilePath = path;
+  ReadSideTableHead(in, {im.ImmatureProjectName, im.ImmatureUserName, im.ImmatureTreatmentName, im.ImmatureCount,
+                         im.ImmatureTypeCount, im.ImmatureStageCount, im.ImmatureTypeCode, im.ImmatureStageName,
+                         im.ImmatureSpecialGroup});
+  const std::string correct = "\nPlease correct your data and rerun this program.";
+  auto fault = [](const std::string& message) { throw ProgramEnd{message, kDataFileErrorTitle}; };
+
+  for (long i = 1; i <= im.ImmatureCount; ++i) {
+    const std::string no = std::to_string(i);
+    const int number = ReadInt16(in);
+    const std::string sex = in.ReadString();
+    if (number != i) fault("Check data of individual no. " + std::to_string(i - 1) + " or " + no + correct);
+    if (sex != "F" && sex != "M" && sex != "N") fault("Sex of individual no. " + no + " is " + sex + "?");
+    im.ImmatureNo(i) = number;
+    im.ImmatureSex(i) = sex;
+    bool died = false;
+    for (int j = 1; j <= kMaxStage; ++j) im.ImmatureDuration(i, j) = 0;
+    for (int j = 1; j < im.ImmatureStageCount && !died; ++j) {
+      const double d = in.ReadNumber();
+      if (d == 0) fault("Developmental time of individual no." + no + " is ZERO.");
+      if (d != std::floor(d)) fault(NonIntegerFaultText(i));
+      im.ImmatureDuration(i, j) = CInt16(d);
+      died = d < 0;
+      if (died && sex != "N")
+        fault("Individual no." + no +
+              " is type M or F without adult stage.\nIf an individual did not develop to adult, it should be type N.");
+    }
+    if (sex == "N" && !died) fault("Individual no." + no + " is N-type. But the last stage is positive.");
   }
 }
 

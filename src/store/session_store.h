@@ -85,6 +85,24 @@ struct AdultLifeTable {
   IndStrVec AdultIndividualSex{"AdultIndividualSex"};
   IndIntVec AdultLongevity{"AdultLongevity"};  // the adult duration, 16-bit
   Mat<double, kMaxIndividual, kMaxAge> AdultFecundity{"AdultFecundity"};
+  std::string AdultFilePath;  // the file read
+};
+
+// An immature life table: the preadult stages of a cohort whose adults were reared apart (the
+// immature file of a matching of preadult and adult tables), read by InputImmatureLifeTable.
+// Its head is that of a data file; each record has the durations of the stages 1..m-1, an "N"
+// record up to the negative duration of its stage of death.
+struct ImmatureLifeTable {
+  int ImmatureCount = 0;
+  std::string ImmatureProjectName, ImmatureUserName, ImmatureTreatmentName;
+  int ImmatureTypeCount = 0, ImmatureStageCount = 0;
+  Vec<std::string, 0, kMaxType> ImmatureTypeCode{"ImmatureTypeCode"};
+  Mat<std::string, kMaxType, kMaxStage + 1> ImmatureStageName{"ImmatureStageName"};
+  Vec<std::string, 1, 2> ImmatureSpecialGroup{"ImmatureSpecialGroup"};
+  IndIntVec ImmatureNo{"ImmatureNo"};
+  IndStrVec ImmatureSex{"ImmatureSex"};
+  Mat<int, kMaxIndividual, kMaxStage> ImmatureDuration{"ImmatureDuration"};  // 16-bit
+  std::string ImmatureFilePath;
 };
 
 // Options: strings compared exactly; one never set is empty.
@@ -195,6 +213,7 @@ struct SessionStore {
   BootstrapRecord boot;
   ComparisonRecord comparison;
   AdultLifeTable adult;
+  ImmatureLifeTable immature;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.
