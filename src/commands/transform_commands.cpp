@@ -83,6 +83,15 @@ std::unique_ptr<Session> TransformCommands::ReadLifeTable() {
   return T;
 }
 
+std::unique_ptr<Session> TransformCommands::ReadLifeTableWithPreadultStage() {
+  auto T = ReadLifeTable();
+  if (T && T->header.StageCount < 2) {
+    Refuse("This life table has no preadult stage.");
+    return nullptr;
+  }
+  return T;
+}
+
 std::optional<std::string> TransformCommands::Ask(const std::string& text, const std::string& title,
                                                   const std::string& defaultText, const Check& check) {
   for (int attempt = 1; attempt <= 3; ++attempt) {
@@ -157,11 +166,10 @@ void TransformCommands::Done(const std::string& caption, const std::string& what
 
 void TransformCommands::Command28_Click() {
   Flow("Command28_Click");
-  auto T = ReadLifeTable();
+  auto T = ReadLifeTableWithPreadultStage();
   if (!T) return;
   CohortHeader& h = T->header;
   const int m = h.StageCount;
-  if (m < 2) return Refuse("This life table has no preadult stage to group.");
   const std::string title = "Grouping stage";
   const auto first = AskWhole("Life table information: Number of stage = " + Num(m) + "\n" + StagesText(h) +
                                   "\nStage grouping starts from stage i (i>=1 and i < " + Num(m) + ".)",
@@ -199,8 +207,8 @@ void TransformCommands::Command44_Click() {
   const int units = static_cast<int>(*x);
   if (const std::string why = ToTimeUnits(T->header, T->ws.cohort, units); !why.empty()) return Refuse(why);
   const std::string path = WriteChanged(*T, "_0_Time unit 1 to " + Num(units) + ".txt",
-                                        "time unit 1/" + Num(units) + " (eggs on the first of " + Num(units) +
-                                            " units)");
+                                        "time unit 1/" + Num(units) +
+                                            " (the eggs of a day on its first unit, at the age the day begins)");
   if (path.empty()) return;
   Done("K. 1t to xt",
        "Every duration is " + Num(units) + " times as long, in time units of 1/" + Num(units) +
@@ -221,18 +229,18 @@ void TransformCommands::cmdAddDuration_Click() {
   T->identity = S.identity;
   T->identity.DataFilePath = a.AdultFilePath;
   T->identity.DataFileBase = BaseOf(a.AdultFilePath);
-  T->identity.ProjectName = a.AdultProjectName;
+  T->identity.ProjectName = a.head.ProjectName;
   CohortHeader& h = T->header;
-  const int m = a.AdultStageCount;
-  if (m < 1 || a.AdultTypeCount < 1) return Refuse("This adult life table has no stage.");
-  h.TypeCount = a.AdultTypeCount;
+  const int m = a.head.StageCount;
+  if (m < 1 || a.head.TypeCount < 1) return Refuse("This adult life table has no stage.");
+  h.TypeCount = a.head.TypeCount;
   h.StageCount = m;
   for (int t = 1; t <= h.TypeCount; ++t) {
-    h.TypeCode(t) = a.AdultTypeCode(t);
-    for (int j = 1; j <= m; ++j) h.StageName(t, j) = a.AdultStageName(t, j);
+    h.TypeCode(t) = a.head.TypeCode(t);
+    for (int j = 1; j <= m; ++j) h.StageName(t, j) = a.head.StageName(t, j);
   }
-  h.SpecialGroup(1) = a.AdultSpecialGroup(1);
-  h.SpecialGroup(2) = a.AdultSpecialGroup(2);
+  h.SpecialGroup(1) = a.head.SpecialGroup(1);
+  h.SpecialGroup(2) = a.head.SpecialGroup(2);
   Cohort& c = T->ws.cohort;
   c.CohortSize = a.AdultCohortSize;
   for (long i = 1; i <= c.CohortSize; ++i) {
@@ -264,7 +272,7 @@ void TransformCommands::cmdAddDuration_Click() {
   const std::string path = T->identity.DataFileBase + "_0_Overwinter " + Num(d) + " days.txt";
   LifeTableRecords records = RecordsOf(*T);
   records.firstStage = records.lastStage = m;
-  const LifeTableHead head{StampedProjectLine(*T), a.AdultUserName, a.AdultTreatmentName + "-" + change, false};
+  const LifeTableHead head{StampedProjectLine(*T), a.head.UserName, a.head.TreatmentName + "-" + change, false};
   if (!WriteTable(*T, path, head, records)) return;
   P.MsgBox("Every adult overwinters " + Num(d) + " time units before its adult life; " + Num(died) + " of " +
                Num(c.CohortSize) + " adults died in winter (no eggs).\n\nThe new adult life table:\n" + path,
@@ -313,11 +321,10 @@ void TransformCommands::cmdAddStage_Click() {
 
 void TransformCommands::cmdAddDurationToStage_Click() {
   Flow("cmdAddDurationToStage_Click");
-  auto T = ReadLifeTable();
+  auto T = ReadLifeTableWithPreadultStage();
   if (!T) return;
   const CohortHeader& h = T->header;
   const int m = h.StageCount;
-  if (m < 2) return Refuse("This life table has no preadult stage.");
   const auto k = AskWhole(StagesText(h) + "\nAdd time to which preadult stage (1 to " + Num(m - 1) + ")?",
                           "Stage to lengthen", "1", 1, m - 1);
   if (!k) return;
@@ -349,11 +356,10 @@ void TransformCommands::cmdAddDurationToStage_Click() {
 
 void TransformCommands::cmdSplitStage_Click() {
   Flow("cmdSplitStage_Click");
-  auto T = ReadLifeTable();
+  auto T = ReadLifeTableWithPreadultStage();
   if (!T) return;
   CohortHeader& h = T->header;
   const int m = h.StageCount;
-  if (m < 2) return Refuse("This life table has no preadult stage.");
   const auto k = AskWhole(StagesText(h) + "\nSplit which preadult stage (1 to " + Num(m - 1) + ")?", "Stage to split",
                           "1", 1, m - 1);
   if (!k) return;
@@ -387,10 +393,9 @@ void TransformCommands::cmdSplitStage_Click() {
 
 void TransformCommands::cmdSplit_Click() {
   Flow("cmdSplit_Click");
-  auto T = ReadLifeTable();
+  auto T = ReadLifeTableWithPreadultStage();
   if (!T) return;
   const int m = T->header.StageCount;
-  if (m < 2) return Refuse("This life table has no preadult stage.");
   const Cohort& c = T->ws.cohort;
   std::vector<long> adults;
   for (long i = 1; i <= c.CohortSize; ++i)

@@ -36,6 +36,8 @@ class TransformCommands : public Procedures {
 
   // The data file read into a store of its own; nullptr when none is chosen.
   std::unique_ptr<Session> ReadLifeTable();
+  // The same, refused (and nullptr) when the table has no preadult stage.
+  std::unique_ptr<Session> ReadLifeTableWithPreadultStage();
   // An answer that passes check (which tells why it doesn't); nullopt on Cancel or when the
   // third answer is refused too.
   std::optional<std::string> Ask(const std::string& text, const std::string& title, const std::string& defaultText,

@@ -184,29 +184,21 @@ namespace korvan {
 namespace {
 
 // The head of a table read apart from the data file (adult, immature): fields 1 to 6 and 8 of a
-// data file, never costs.
-struct SideTableHead {
-  std::string &project, &user, &treatment;
-  int &count, &typeCount, &stageCount;
-  Vec<std::string, 0, kMaxType>& typeCode;
-  Mat<std::string, kMaxType, kMaxStage + 1>& stageName;
-  Vec<std::string, 1, 2>& specialGroup;
-};
-
-void ReadSideTableHead(FieldReader& in, const SideTableHead& h) {
-  h.project = CleanProjectName(in.ReadString());
-  h.user = in.ReadString();
-  h.treatment = in.ReadString();
-  h.count = ReadInt16(in);
-  h.typeCount = ReadInt16(in);
-  h.stageCount = ReadInt16(in);
-  for (int t = 1; t <= h.typeCount; ++t) {
-    h.typeCode(t) = in.ReadString();
-    for (int j = 1; j <= h.stageCount; ++j) h.stageName(t, j) = in.ReadString();
+// data file, never costs; count is field 4.
+void ReadSideTableHead(FieldReader& in, SideTableHead& h, int& count) {
+  h.ProjectName = CleanProjectName(in.ReadString());
+  h.UserName = in.ReadString();
+  h.TreatmentName = in.ReadString();
+  count = ReadInt16(in);
+  h.TypeCount = ReadInt16(in);
+  h.StageCount = ReadInt16(in);
+  for (int t = 1; t <= h.TypeCount; ++t) {
+    h.TypeCode(t) = in.ReadString();
+    for (int j = 1; j <= h.StageCount; ++j) h.StageName(t, j) = in.ReadString();
   }
-  h.specialGroup(1) = in.ReadString();
-  h.specialGroup(2) = in.ReadString();
-  if (h.stageCount == 2) h.specialGroup(2) = "Adult";
+  h.SpecialGroup(1) = in.ReadString();
+  h.SpecialGroup(2) = in.ReadString();
+  if (h.StageCount == 2) h.SpecialGroup(2) = "Adult";
 }
 
 }  // namespace
@@ -218,10 +210,8 @@ void DataFileReader::InputAdultLifeTable() {
   FieldReader in(path);
   AdultLifeTable& a = S.adult;
   a.AdultFilePath = path;
-  ReadSideTableHead(in, {a.AdultProjectName, a.AdultUserName, a.AdultTreatmentName, a.AdultCohortSize,
-                         a.AdultTypeCount, a.AdultStageCount, a.AdultTypeCode, a.AdultStageName,
-                         a.AdultSpecialGroup});
-  S.identity.TreatmentName = a.AdultTreatmentName;
+  ReadSideTableHead(in, a.head, a.AdultCohortSize);
+  S.identity.TreatmentName = a.head.TreatmentName;
 
   for (long i = 1; i <= a.AdultCohortSize; ++i) {
     const int number = ReadInt16(in);
@@ -244,9 +234,7 @@ void DataFileReader::InputImmatureLifeTable() {
   FieldReader in(path);
   ImmatureLifeTable& im = S.immature;
   im.ImmatureFilePath = path;
-  ReadSideTableHead(in, {im.ImmatureProjectName, im.ImmatureUserName, im.ImmatureTreatmentName, im.ImmatureCount,
-                         im.ImmatureTypeCount, im.ImmatureStageCount, im.ImmatureTypeCode, im.ImmatureStageName,
-                         im.ImmatureSpecialGroup});
+  ReadSideTableHead(in, im.head, im.ImmatureCount);
   const std::string correct = "\nPlease correct your data and rerun this program.";
   auto fault = [](const std::string& message) { throw ProgramEnd{message, kDataFileErrorTitle}; };
 
@@ -260,7 +248,7 @@ void DataFileReader::InputImmatureLifeTable() {
     im.ImmatureSex(i) = sex;
     bool died = false;
     for (int j = 1; j <= kMaxStage; ++j) im.ImmatureDuration(i, j) = 0;
-    for (int j = 1; j < im.ImmatureStageCount && !died; ++j) {
+    for (int j = 1; j < im.head.StageCount && !died; ++j) {
       const double d = in.ReadNumber();
       if (d == 0) fault("Developmental time of individual no." + no + " is ZERO.");
       if (d != std::floor(d)) fault(NonIntegerFaultText(i));

@@ -72,15 +72,21 @@ struct Pool {
   Vec<std::string, 0, kMaxType> OriginalTypeCode{"OriginalTypeCode"};
 };
 
+// The head of a table kept apart from the data file (an adult or an immature life table): the
+// fields of a data file's head but the costs.
+struct SideTableHead {
+  std::string ProjectName, UserName, TreatmentName;
+  int TypeCount = 0, StageCount = 0;
+  Vec<std::string, 0, kMaxType> TypeCode{"TypeCode"};
+  Mat<std::string, kMaxType, kMaxStage + 1> StageName{"StageName"};
+  Vec<std::string, 1, 2> SpecialGroup{"SpecialGroup"};
+};
+
 // An adult life table ("O. + overwinter"): adults only, read by InputAdultLifeTable. Its head
 // stays with it; only its treatment line also goes to TreatmentName.
 struct AdultLifeTable {
   int AdultCohortSize = 0;
-  std::string AdultProjectName, AdultUserName, AdultTreatmentName;
-  int AdultTypeCount = 0, AdultStageCount = 0;
-  Vec<std::string, 0, kMaxType> AdultTypeCode{"AdultTypeCode"};
-  Mat<std::string, kMaxType, kMaxStage + 1> AdultStageName{"AdultStageName"};
-  Vec<std::string, 1, 2> AdultSpecialGroup{"AdultSpecialGroup"};
+  SideTableHead head;
   IndIntVec AdultIndividualNo{"AdultIndividualNo"};
   IndStrVec AdultIndividualSex{"AdultIndividualSex"};
   IndIntVec AdultLongevity{"AdultLongevity"};  // the adult duration, 16-bit
@@ -94,11 +100,7 @@ struct AdultLifeTable {
 // record up to the negative duration of its stage of death.
 struct ImmatureLifeTable {
   int ImmatureCount = 0;
-  std::string ImmatureProjectName, ImmatureUserName, ImmatureTreatmentName;
-  int ImmatureTypeCount = 0, ImmatureStageCount = 0;
-  Vec<std::string, 0, kMaxType> ImmatureTypeCode{"ImmatureTypeCode"};
-  Mat<std::string, kMaxType, kMaxStage + 1> ImmatureStageName{"ImmatureStageName"};
-  Vec<std::string, 1, 2> ImmatureSpecialGroup{"ImmatureSpecialGroup"};
+  SideTableHead head;
   IndIntVec ImmatureNo{"ImmatureNo"};
   IndStrVec ImmatureSex{"ImmatureSex"};
   Mat<int, kMaxIndividual, kMaxStage> ImmatureDuration{"ImmatureDuration"};  // 16-bit

@@ -29,11 +29,11 @@ TEST(AdultLifeTable, ReadsAdultsWithPaddedFecundityAndKeepsItsOwnHead) {
 
   const AdultLifeTable& a = S.adult;
   EXPECT_EQ(a.AdultCohortSize, 3);
-  EXPECT_EQ(a.AdultProjectName, "Aphid adults");
-  EXPECT_EQ(a.AdultTreatmentName, "Cotton 25 C");
+  EXPECT_EQ(a.head.ProjectName, "Aphid adults");
+  EXPECT_EQ(a.head.TreatmentName, "Cotton 25 C");
   EXPECT_EQ(S.identity.TreatmentName, "Cotton 25 C");  // the treatment line is copied ...
   EXPECT_EQ(S.identity.ProjectName, "Main cohort");    // ... the rest of the head is not
-  EXPECT_EQ(a.AdultSpecialGroup(2), "Adult");
+  EXPECT_EQ(a.head.SpecialGroup(2), "Adult");
   EXPECT_EQ(a.AdultLongevity(1), 5);
   EXPECT_EQ(a.AdultLongevity(2), 7);
   EXPECT_EQ(a.AdultIndividualSex(2), "M");

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "commands/basic_run_driver.h"
+#include "bootstrap/bootstrap_run_fixture.h"
 #include "commands/run_command.h"
 #include "input/check_data_file.h"
 #include "input/data_file_reader.h"
@@ -35,17 +35,15 @@ struct Params {
 
 // A1's check of a file in a Fast Run of two sexes, then Basic Run.
 Params Analyse(const std::string& path) {
-  auto S = std::make_unique<Session>();
-  S->StartUp();
-  S->identity.DataFilePath = path;
-  S->identity.DataFileBase = path.substr(0, path.size() - 4);
-  S->options.FastRun = "Yes";
-  S->options.MatingMode = "Yes";
-  S->header.RegularLifeTable = "Yes";
   Prompts P;
-  CheckDataFile(*S, P).CheckDataFile2();
-  BasicRunDriver(*S, P).cmdBasicRunA2_Click();
-  const PopulationParameters& p = S->params;
+  Session checked;
+  checked.identity.DataFilePath = path;
+  checked.options.FastRun = "Yes";
+  checked.options.MatingMode = "Yes";
+  checked.header.RegularLifeTable = "Yes";
+  CheckDataFile(checked, P).CheckDataFile2();
+  const auto run = boottest::BasicRunOf(path, P);
+  const PopulationParameters& p = run->params;
   return {p.R_Basic, p.Lambda_Basic, p.R0_Basic, p.T_Basic, p.GRR_Basic};
 }
 
@@ -168,7 +166,7 @@ TEST(TransformCommands, SplitLifeTableMatchedWithItsOriginalPairsIsTheCohortAgai
     for (long x = 1; x <= d + 1; ++x) EXPECT_EQ(R.adult.AdultFecundity(k, x), c.Fecundity(i, x)) << i << " day " << x;
   }
   EXPECT_EQ(k, R.adult.AdultCohortSize);
-  EXPECT_EQ(R.immature.ImmatureTreatmentName, R.adult.AdultTreatmentName);
+  EXPECT_EQ(R.immature.head.TreatmentName, R.adult.head.TreatmentName);
 
   // The adult file overwinters: 3 days without eggs before each adult life.
   b.P.Answer("Open adult life table", adult).Answer("Overwinter duration", "3").Answer("Overwinter mortality", "0");
@@ -177,7 +175,7 @@ TEST(TransformCommands, SplitLifeTableMatchedWithItsOriginalPairsIsTheCohortAgai
   Session W;
   b.P.Answer("Open adult life table", wintered);
   DataFileReader(W, b.P).InputAdultLifeTable();
-  EXPECT_EQ(W.adult.AdultTreatmentName, R.adult.AdultTreatmentName + "-overwinter 3 days");
+  EXPECT_EQ(W.adult.head.TreatmentName, R.adult.head.TreatmentName + "-overwinter 3 days");
   for (long a = 1; a <= R.adult.AdultCohortSize; ++a) {
     EXPECT_EQ(W.adult.AdultLongevity(a), R.adult.AdultLongevity(a) + 3);
     if (R.adult.AdultIndividualSex(a) != "F") continue;
