@@ -137,14 +137,17 @@ void TransformCommands::Refuse(const std::string& why) {
   P.MsgBox(why + "\nNo file was written.", "No file written", kOKOnly);
 }
 
-bool TransformCommands::WriteTable(const Session& T, const std::string& path, const LifeTableHead& head,
-                                   const LifeTableRecords& records) {
+bool TransformCommands::WouldReplaceFileRead(const Session& T, const std::string& path) {
   const std::string& source = T.identity.DataFilePath;
   std::error_code ec;
-  if (path == source || std::filesystem::equivalent(path, source, ec)) {
-    Refuse("The new file would be written over the file read, " + source + ".");
-    return false;
-  }
+  if (path != source && !std::filesystem::equivalent(path, source, ec)) return false;
+  Refuse("The new file would be written over the file read, " + source + ".");
+  return true;
+}
+
+bool TransformCommands::WriteTable(const Session& T, const std::string& path, const LifeTableHead& head,
+                                   const LifeTableRecords& records) {
+  if (WouldReplaceFileRead(T, path)) return false;
   TextFile out(path);
   WriteLifeTableLayout(out, T, head, records);
   out.Close();
@@ -413,7 +416,9 @@ void TransformCommands::cmdSplit_Click() {
   adult.firstStage = adult.lastStage = m;
   const std::string immaturePath = OutputName(*T, "_0-Immature life table.txt");
   const std::string adultPath = OutputName(*T, "_0-Adult life table.txt");
-  if (!WriteTable(*T, immaturePath, head, immature) || !WriteTable(*T, adultPath, head, adult)) return;
+  if (WouldReplaceFileRead(*T, immaturePath) || WouldReplaceFileRead(*T, adultPath)) return;
+  WriteTable(*T, immaturePath, head, immature);
+  WriteTable(*T, adultPath, head, adult);
   P.MsgBox("The immature life table holds every individual with its stages 1 to " + Num(m - 1) +
                "; the adult life table the " + Num(static_cast<double>(adults.size())) +
                " adults with their adult life and eggs. Adult no. k is the k-th F or M of the immature life table."

@@ -51,6 +51,8 @@ class TransformCommands : public Procedures {
                                           const std::string& defaultText, const Check& isRefused);
   // Tells that the transform can't be done (why), and that nothing was written.
   void Refuse(const std::string& why);
+  // True (and told) when path is the file read.
+  bool WouldReplaceFileRead(const Session& T, const std::string& path);
   // Writes T's table to path with the head and records given; false (and told) when path is
   // the file read.
   bool WriteTable(const Session& T, const std::string& path, const LifeTableHead& head,
