@@ -80,6 +80,10 @@ std::unique_ptr<Session> TransformCommands::ReadLifeTable() {
     S.options.AcceptNonIntegerFecundity = T->options.AcceptNonIntegerFecundity;
   }
   DataFileReader(*T, P).InputData();
+  if (const std::string why = UnwritableHeadRefusal(T->header); !why.empty()) {
+    Refuse(why);
+    return nullptr;
+  }
   return T;
 }
 
@@ -244,6 +248,7 @@ void TransformCommands::cmdAddDuration_Click() {
   }
   h.SpecialGroup(1) = a.head.SpecialGroup(1);
   h.SpecialGroup(2) = a.head.SpecialGroup(2);
+  if (const std::string why = UnwritableHeadRefusal(h); !why.empty()) return Refuse(why);
   Cohort& c = T->ws.cohort;
   c.CohortSize = a.AdultCohortSize;
   for (long i = 1; i <= c.CohortSize; ++i) {

@@ -12,6 +12,10 @@ namespace {
 
 std::string Num(double v) { return FullPrecision(v); }
 
+const char* const kUnwritable =
+    " is empty or holds a comma, a double quote or a line end: a new file can't hold it as the stage lines "
+    "of a data file stand.";
+
 bool IsWhole(double v) { return std::isfinite(v) && std::floor(v) == v; }
 
 // Round to whole time units, a half up.
@@ -96,6 +100,21 @@ int LastStageOf(const Cohort& c, long i, int m) {
   for (int j = 1; j <= m; ++j)
     if (c.StageDuration(i, j) < 0) return j;
   return m;
+}
+
+std::string UnwritableHeadRefusal(const CohortHeader& h) {
+  auto unwritable = [](const std::string& name) {
+    return name.empty() || name.find_first_of(",\"\n\r") != std::string::npos;
+  };
+  for (int t = 1; t <= h.TypeCount; ++t) {
+    if (unwritable(h.TypeCode(t))) return "The code of type " + Num(t) + " (\"" + h.TypeCode(t) + "\")" + kUnwritable;
+    for (int j = 1; j <= h.StageCount; ++j)
+      if (unwritable(h.StageName(t, j)))
+        return "The name of stage " + Num(j) + " of type " + Num(t) + " (\"" + h.StageName(t, j) + "\")" + kUnwritable;
+  }
+  for (int s = 1; s <= 2; ++s)
+    if (unwritable(h.SpecialGroup(s))) return "The special stage \"" + h.SpecialGroup(s) + "\"" + kUnwritable;
+  return {};
 }
 
 std::string StageNameRefusal(const CohortHeader& h, const std::string& name, int keepFirst, int keepLast) {

@@ -24,6 +24,11 @@ int MaxStageCount(const CohortHeader& h);
 // The stage in which the record of individual i ends: that of its death, else m.
 int LastStageOf(const Cohort& c, long i, int m);
 
+// Why the head of a table read can't be written back as it is (a type code, stage name or
+// special stage that is empty or holds a comma, a double quote or a line end: the stage lines of
+// the file are written bare), or empty.
+std::string UnwritableHeadRefusal(const CohortHeader& h);
+
 // Why a new stage name can't stand in a data file (empty, blanks around it, a comma or a double
 // quote, which the file's stage lines can't hold, or the name of another stage of any type
 // outside stages keepFirst..keepLast, which it replaces), or empty.
