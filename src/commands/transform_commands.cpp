@@ -152,8 +152,12 @@ bool TransformCommands::WouldReplaceFileRead(const Session& T, const std::string
 bool TransformCommands::WriteTable(const Session& T, const std::string& path, const LifeTableHead& head,
                                    const LifeTableRecords& records) {
   if (WouldReplaceFileRead(T, path)) return false;
+  // The head lines stand in double quotes, which can't hold one more: it becomes an apostrophe.
+  LifeTableHead quoted = head;
+  for (std::string* line : {&quoted.projectLine, &quoted.user, &quoted.treatment})
+    std::replace(line->begin(), line->end(), '"', '\'');
   TextFile out(path);
-  WriteLifeTableLayout(out, T, head, records);
+  WriteLifeTableLayout(out, T, quoted, records);
   out.Close();
   S.identity.OutputFileName = path;
   return true;

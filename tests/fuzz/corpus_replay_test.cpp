@@ -199,7 +199,8 @@ TEST(FuzzCorpus, TransformsWriteFilesThatAreReadAgainOrEndAsTheProgramEnds) {
   // Durations of 2.5 days are whole in thirds of days only after K, which refuses x = 3; a
   // life of 210 days is too long for thirds of days. A stage name that a stage line can't hold
   // again (an empty one) is refused.
-  ExpectRanWith(data, &Outcome::filesWritten, {{"mite.txt", 8}, {"costs.txt", 8}, {"two_stages.txt", 8}, {"long_life.txt", 7}});
+  ExpectRanWith(data, &Outcome::filesWritten, {{"mite.txt", 8}, {"costs.txt", 8}, {"two_stages.txt", 8}, {"long_life.txt", 7},
+                                               {"quote_in_treatment_line.txt", 8}});
   ExpectEnding(data, Ending::ProgramEnd, {"empty.txt", "half_days.txt", "adult.txt", "immature.txt", "mite_immature.txt"});
 
   auto adult = ReplayFolder("transform_file", RunOverwinterOnAdultFile);
