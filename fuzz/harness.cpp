@@ -256,6 +256,25 @@ Outcome PairedOneByOne(const std::string& file1, const std::string& file2, const
   return ran;
 }
 
+// "Q. CartesianPT" on two column files, in detail or not.
+Outcome Cartesian(const std::string& file1, const std::string& file2, bool detailed) {
+  auto S = std::make_unique<Session>();
+  S->StartUp();
+  SetStartUpConsole(S->console);
+  AcceptingPrompts P;
+  P.answers["Do you need detailed info?"] = detailed ? kYes : kNo;
+  P.answers["Do you need flow record?"] = kNo;
+  P.answers["Detailed differences"] = kYes;
+  P.inputs["Read data file one by one for paired comparison using Cartesian Product"] = "2";
+  P.inputs["Transformation?"] = "0";
+  P.files["Input treatment 1"] = file1;
+  P.files["Input treatment 2"] = file2;
+  Press(*S, P, "cmdCartesianDifference");
+  Outcome ran;
+  ran.cartesianDifferences = static_cast<double>(S->comparison.BootCount(1)) * S->comparison.BootCount(2);
+  return ran;
+}
+
 }  // namespace
 
 Outcome RunColumnFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
@@ -265,10 +284,19 @@ Outcome RunColumnFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   InFolder here(bench.Path());
   Outcome fast = Guarded([&] { return PairedOneByOne(column, fixed, nullptr); });
   bench.ExpectIntact(column, data, size);
-  if (fast.ending != Ending::Ran || size > kDetailedRouteLimit) return fast;
+  const bool small = size <= kDetailedRouteLimit;
+  const Outcome cartesian = Guarded([&] { return Cartesian(column, fixed, small); });
+  bench.ExpectIntact(column, data, size);
+  if (fast.ending != Ending::Ran || !small) {
+    fast.cartesianDifferences = cartesian.cartesianDifferences;
+    fast.cartesianEnding = cartesian.ending;
+    return fast;
+  }
   Outcome detailed = Guarded([&] { return PairedOneByOne(column, fixed, size % 2 ? "1" : "2"); });
   bench.ExpectIntact(column, data, size);
   detailed.detailedRun = true;
+  detailed.cartesianDifferences = cartesian.cartesianDifferences;
+  detailed.cartesianEnding = cartesian.ending;
   return detailed;
 }
 
@@ -352,6 +380,22 @@ Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t si
     return ran;
   });
   bench.ExpectIntact(pooled, data, size);
+  const Outcome tukey = Guarded([&] {
+    auto S = std::make_unique<Session>();
+    S->StartUp();
+    SetStartUpConsole(S->console);
+    AcceptingPrompts P;
+    P.files["Open Tukey Q5 table"] = pooled;
+    // The table's closing note goes to the main output of a Basic Run.
+    S->channels.MainOutput.Open((bench.Path() / "main output.txt").string());
+    Press(*S, P, "TukeyQ5TableInput");
+    Outcome table;
+    table.tukeyTreatments = S->comparison.TableNumber >= 2 ? S->comparison.TreatmentCount : 0;
+    return table;
+  });
+  bench.ExpectIntact(pooled, data, size);
+  ran.tukeyTreatments = tukey.tukeyTreatments;
+  ran.tukeyEnding = tukey.ending;
   return ran;
 }
 

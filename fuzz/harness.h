@@ -22,6 +22,12 @@ struct Outcome {
   long comparedValues = 0;    // values of all treatments of a paired test (BootCount summed)
   bool detailedRun = false;   // the paired test ran its detailed route too
   long filesWritten = 0;      // files of the transforms, each read again as its kind is read
+  // The second routes of a file of treatments: its Cartesian test (every difference summed
+  // over pairs) and its Tukey table (the treatments of a table written), with their endings.
+  double cartesianDifferences = 0;
+  Ending cartesianEnding = Ending::Ran;
+  long tukeyTreatments = 0;
+  Ending tukeyEnding = Ending::Ran;
 };
 
 // A run changed or removed the file it was given: what the user typed is lost, a finding.
@@ -77,11 +83,13 @@ constexpr std::size_t kDetailedRouteLimit = 4096;
 // The bytes as the "_Effect Boot-..." column file of one treatment of "C. Paired BT", the other
 // treatment a column file as a bootstrap run writes it (kColumnFile): the fast route; then,
 // for a small file, the detailed route with a transformation (arcsine for an odd size, logit
-// for an even one), the detail files and the normal curves.
+// for an even one), the detail files and the normal curves; then "Q. CartesianPT" on the same
+// two files (in detail for a small file).
 Outcome RunColumnFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
 // The bytes as a pooled file of treatments through the pooled paired test, with its detail
-// files and curves for a small file (and the exchange sort, which it then uses).
+// files and curves for a small file (and the exchange sort, which it then uses); then as the
+// pooled file of the Tukey table (whose treatments have no original value).
 Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
 // The bytes as the numerator file of "J. Cal. ratio", the denominator the column file

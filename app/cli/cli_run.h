@@ -29,6 +29,20 @@ struct CliOptions {
 // note and exit code 0: the demo shows what exists.
 int RunSession(const CliOptions& options, bool demo);
 
+// `korvan analyze`: each data file through the Fast Run and a bootstrap of B samples, the
+// paired test of every statistic over the files, and the summary (summary.csv, summary.md)
+// in outDir or beside the first file.
+struct AnalyzeOptions {
+  std::vector<std::string> files;
+  long bootstrap = 100000;
+  bool hasSeed = false;
+  std::uint64_t seed = 0;
+  int threads = 0;
+  bool quiet = false;
+  std::string outDir;
+};
+int RunAnalyze(const AnalyzeOptions& options);
+
 // The help's list of commands: code, control name, caption and tool tip of each.
 std::string CommandListText();
 

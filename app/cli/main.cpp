@@ -35,6 +35,21 @@ int main(int argc, char** argv) {
   app.add_option("COMMAND", options.commands, "Commands by code or control name, or: demo");
   app.footer(CommandListText());
 
+  AnalyzeOptions analyze;
+  auto* analyzeCommand = app.add_subcommand(
+      "analyze", "Each data file through the Fast Run and a bootstrap, the paired test of every statistic "
+                 "over them, and a summary table (summary.csv, summary.md)");
+  analyzeCommand->add_option("FILE", analyze.files, "Life-table data files, one per treatment")
+      ->required()->type_name("FILE");
+  analyzeCommand->add_option("--bootstrap", analyze.bootstrap, "Bootstrap samples per treatment (default 100000)")
+      ->type_name("B")->check(CLI::Range(2L, 100000L));
+  auto* analyzeSeed = analyzeCommand->add_option("--seed", analyze.seed, "Seed of the random generator")->type_name("N");
+  analyzeCommand->add_option("--threads", analyze.threads, "Bootstrap threads (default 0: all cores)")
+      ->type_name("N")->check(CLI::Range(0, 4096));
+  analyzeCommand->add_option("--out", analyze.outDir, "Folder of the results (default: beside each data file)")
+      ->type_name("DIR");
+  analyzeCommand->add_flag("--quiet", analyze.quiet, "Show no progress");
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {
@@ -42,6 +57,10 @@ int main(int argc, char** argv) {
     return code == 0 ? kExitDone : kExitUsage;
   }
   options.hasSeed = seed->count() > 0;
+  if (analyzeCommand->parsed()) {
+    analyze.hasSeed = analyzeSeed->count() > 0;
+    return RunAnalyze(analyze);
+  }
 
   if (options.commands.size() == 1 && options.commands[0] == "demo") {
     std::vector<std::string> notes;

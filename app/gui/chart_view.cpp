@@ -1,6 +1,5 @@
 #include "chart_view.h"
 
-#include <QBarCategoryAxis>
 #include <QBarSeries>
 #include <QBarSet>
 #include <QCategoryAxis>
@@ -41,9 +40,9 @@ QFont FontOf(const ChartFont& f) {
   return font;
 }
 
-// The X axis of a line chart: a label at every n-th row, n a multiple of the panel's step that
-// keeps the labels readable.
-QCategoryAxis* RowAxis(const ChartPanel& p) {
+// The X axis of a chart by rows: a label at every n-th row, n a multiple of the panel's step
+// that keeps the labels readable. Bars stand on the rows' places, half a place wide each side.
+QCategoryAxis* RowAxis(const ChartPanel& p, bool bars = false) {
   auto* axis = new QCategoryAxis;
   axis->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
   axis->setStartValue(-1);
@@ -57,7 +56,10 @@ QCategoryAxis* RowAxis(const ChartPanel& p) {
     used.insert(label);
     axis->append(label, r);
   }
-  axis->setRange(0, std::max(1, rows - 1));
+  if (bars)
+    axis->setRange(-0.5, rows - 0.5);
+  else
+    axis->setRange(0, std::max(1, rows - 1));
   return axis;
 }
 
@@ -128,18 +130,12 @@ void ChartView::SetPanel(const ChartPanel& p) {
         }
         bars->append(set);
       }
-      bars->setBarWidth(1.0);
+      bars->setBarWidth(p.barWidth);
       chart->addSeries(bars);
-      auto* categories = new QBarCategoryAxis;
-      QSet<QString> used;
-      for (const auto& label : p.rowLabels) {
-        QString text = Q(label);
-        while (used.contains(text)) text += ' ';  // the axis takes each category once
-        used.insert(text);
-        categories->append(text);
-      }
-      categories->setLabelsAngle(-90);
-      xAxis = categories;
+      // Class limits under every few bars: a label under each of fifty narrow bars would be
+      // cut to dots.
+      xAxis = RowAxis(p, true);
+      xAxis->setLabelsAngle(-90);
       chart->addAxis(xAxis, Qt::AlignBottom);
       chart->addAxis(yAxis, Qt::AlignLeft);
       bars->attachAxis(xAxis);

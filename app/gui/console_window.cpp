@@ -15,7 +15,9 @@
 #include <QPushButton>
 #include <QRandomGenerator>
 #include <QStatusBar>
+#include <QHeaderView>
 #include <QTabWidget>
+#include <QTableWidget>
 #include <QThread>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -32,6 +34,8 @@
 #include "commands/run_command.h"
 #include "ui/console_display.h"
 #include "ui/console_texts.h"
+#include "ui/multi_ci_table.h"
+#include "ui/result_form.h"
 
 namespace korvan::gui {
 
@@ -224,6 +228,12 @@ QWidget* ConsoleWindow::BuildCharts() {
   freqChart_->setObjectName("MSChart2");
   chartTabs_->addTab(mainChart_, "Figures");
   chartTabs_->addTab(freqChart_, "Frequency");
+  // The grid of a comparison of treatments (C, Q, the Tukey table).
+  comparisonGrid_ = new QTableWidget;
+  comparisonGrid_->setObjectName("MSFlexGrid1");
+  comparisonGrid_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  comparisonGrid_->horizontalHeader()->hide();
+  comparisonGrid_->verticalHeader()->hide();
   connect(mainChart_, &ChartView::clicked, this, &ConsoleWindow::MainChartClicked);
   freqChart_->setToolTip("Click the chart to see the frequency of R0 or of r");
   connect(freqChart_, &ChartView::clicked, this, [this] {
@@ -240,13 +250,84 @@ QWidget* ConsoleWindow::BuildCharts() {
   save->setObjectName("SaveChart");
   save->setToolTip("Save the chart shown as a PNG image or an SVG drawing");
   connect(save, &QPushButton::clicked, this, [this] {
-    static_cast<ChartView*>(chartTabs_->currentWidget())->SaveWithDialog();
+    if (auto* view = qobject_cast<ChartView*>(chartTabs_->currentWidget())) view->SaveWithDialog();
   });
+  auto* table = new QPushButton("Life table by age...");
+  table->setObjectName("ResultFmButton");
+  table->setToolTip("l(x), m(x), l(x)m(x), the Euler-Lotka terms, SAD, E(x) and R(x) by age (after Basic Run)");
+  connect(table, &QPushButton::clicked, this, &ConsoleWindow::ShowResultForm);
+  auto* frequency = new QPushButton("Frequency form...");
+  frequency->setObjectName("FreqFormButton");
+  frequency->setToolTip("Frequencies of bootstrap R0 and r, and how often each individual was drawn");
+  connect(frequency, &QPushButton::clicked, this, &ConsoleWindow::ShowFrequencyForm);
   auto* row = new QHBoxLayout;
   row->addStretch(1);
+  row->addWidget(table);
+  row->addWidget(frequency);
   row->addWidget(save);
   layout->addLayout(row);
   return area;
+}
+
+void ConsoleWindow::ShowResultForm() {
+  if (running_) return;
+  const MultiCITable t = ResultFmTable(*store_);
+  auto* dialog = new QDialog(this);
+  dialog->setObjectName("ResultFm");
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setWindowTitle("Life table by age");
+  auto* layout = new QVBoxLayout(dialog);
+  auto* grid = new QTableWidget(t.rows - 1, t.columns);
+  grid->setObjectName("ResultGrid");
+  grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  grid->verticalHeader()->hide();
+  QStringList heads;
+  for (const auto& h : t.cells[0]) heads << Q(h);
+  grid->setHorizontalHeaderLabels(heads);
+  for (int r = 1; r < t.rows; ++r)
+    for (int c = 0; c < t.columns; ++c) grid->setItem(r - 1, c, new QTableWidgetItem(Q(t.Cell(r, c))));
+  grid->resizeColumnsToContents();
+  layout->addWidget(grid);
+  dialog->resize(900, 600);
+  dialog->show();
+}
+
+void ConsoleWindow::ShowFrequencyForm() {
+  if (running_) return;
+  const BootstrapRecord& R = store_->boot;
+  if (R.BootstrapCompleted != "yes") {
+    Note("The frequency form shows the samples of a bootstrap: run A3 first.");
+    return;
+  }
+  auto* form = new QWidget(this, Qt::Window);
+  form->setObjectName("FreqForm");
+  form->setAttribute(Qt::WA_DeleteOnClose);
+  form->setWindowTitle("Frequency distribution of bootstrap samples");
+  auto* layout = new QVBoxLayout(form);
+  auto* view = new ChartView;
+  view->setObjectName("FreqFormChart");
+  layout->addWidget(view, 1);
+  auto* buttons = new QHBoxLayout;
+  auto add = [&](const QString& caption, std::function<ChartPanel()> build) {
+    auto* b = new QPushButton(caption);
+    connect(b, &QPushButton::clicked, view, [view, build] { view->SetPanel(build()); });
+    buttons->addWidget(b);
+  };
+  const Session& S = *store_;
+  add(R.ResampleKind == "j" ? "Jackknife Ro" : "Bootstrap Ro", [&S] { return FreqFormR0(S); });
+  add("Bootstrap r", [&S] { return FreqFormr(S); });
+  add("Bar", [&S] { return IndividualCounts(S, IndividualCountsForm::Bars); });
+  add("Cont. bar", [&S] { return IndividualCounts(S, IndividualCountsForm::ContinuousBars); });
+  add("Freq. line", [&S] { return IndividualCounts(S, IndividualCountsForm::Line); });
+  add("Cont. line", [&S] { return IndividualCounts(S, IndividualCountsForm::ContinuousLine); });
+  auto* save = new QPushButton("Save chart...");
+  connect(save, &QPushButton::clicked, view, &ChartView::SaveWithDialog);
+  buttons->addStretch(1);
+  buttons->addWidget(save);
+  layout->addLayout(buttons);
+  view->SetPanel(FreqFormR0(S));
+  form->resize(1000, 700);
+  form->show();
 }
 
 QWidget* ConsoleWindow::BuildRunStatus() {
@@ -381,6 +462,7 @@ void ConsoleWindow::CommandEnded(const std::string& control) {
   qtPrompts_.Flush();
   running_ = false;
   Refresh();
+  ShowComparisonGrid(control);
   statusBar()->showMessage(Q(store_->identity.VersionStamp));
   const Outcome out = outcome_;
   switch (out.kind) {
@@ -459,8 +541,8 @@ void ConsoleWindow::Note(const QString& text) {
 void ConsoleWindow::ShowGraphCommand(const CommandInfo& command) {
   const std::string figure = FigureOfCommand(command.control, mainChart_->Panel().figure);
   try {
-    // A regression also leaves its data beside the data file.
-    if (!RegressionFigureOfCommand(command.control).empty()) WriteFecundityRegressionFile(*store_, figure);
+    // A regression and the expected fecundity also leave their data beside the data file.
+    WriteFigureFile(*store_, figure);
     mainChart_->SetPanel(BuildFigure(*store_, figure));
   } catch (const ProgramEnd& e) {
     ShowFault({Outcome::Fault, e.title, e.message});
@@ -510,6 +592,36 @@ void ConsoleWindow::OpenLargeGraph() {
   largeGraph_->ShowFigure("ShowSxj");
   largeGraph_->show();
   largeGraph_->raise();
+}
+
+void ConsoleWindow::ShowComparisonGrid(const std::string& control) {
+  const auto& c = store_->comparison;
+  MultiCITable table;
+  if (control == "TukeyQ5TableInput") {
+    // The Tukey table is shown once its table of differences is written, even when the run
+    // ended on its closing note.
+    if (c.TreatmentCount < 3 || c.TableNumber < 2) return;
+    table = ShowTukeyBootstrapResult(*store_);
+  } else if (control == "cmdPairedBootTest" || control == "cmdPBTPooled" || control == "cmdCartesianDifference") {
+    if (outcome_.kind != Outcome::Done || c.TreatmentCount < 2) return;
+    table = ShowMultiCIofDifference(*store_);
+  } else {
+    return;
+  }
+  comparisonGrid_->clear();
+  comparisonGrid_->setRowCount(table.rows);
+  comparisonGrid_->setColumnCount(table.columns);
+  for (int r = 0; r < table.rows; ++r)
+    for (int col = 0; col < table.columns; ++col) {
+      auto* item = new QTableWidgetItem(Q(table.Cell(r, col)));
+      if (table.centred) item->setTextAlignment(Qt::AlignCenter);
+      comparisonGrid_->setItem(r, col, item);
+    }
+  // The grid's widths are in twips (1/15 of a pixel at the usual 96 dpi).
+  for (int col = 1; col < table.columns; ++col) comparisonGrid_->setColumnWidth(col, table.dataColumnWidth * 2 / 15 + 30);
+  comparisonGrid_->resizeColumnToContents(0);
+  if (chartTabs_->indexOf(comparisonGrid_) < 0) chartTabs_->addTab(comparisonGrid_, "Comparison");
+  chartTabs_->setCurrentWidget(comparisonGrid_);
 }
 
 void ConsoleWindow::MainChartClicked() {

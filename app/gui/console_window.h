@@ -24,6 +24,7 @@ class QLineEdit;
 class QProgressBar;
 class QPushButton;
 class QTabWidget;
+class QTableWidget;
 class QTimer;
 
 namespace korvan::gui {
@@ -92,6 +93,11 @@ class ConsoleWindow : public QMainWindow, private ConsoleSink {
   // The form of bootstrap results: mean and SE of r, lambda, R0, T, GRR.
   void ShowBootResultForm();
   void MainChartClicked();
+  // The results form (a grid of the life table by age) and the frequency form of a bootstrap.
+  void ShowResultForm();
+  void ShowFrequencyForm();
+  // After C, Q and the Tukey table: their grid (MSFlexGrid1) in a tab beside the charts.
+  void ShowComparisonGrid(const std::string& control);
   // Enables the buttons and shows the frames as the session's console state says; while a
   // command runs every command stays closed.
   void Refresh();
@@ -128,6 +134,7 @@ class ConsoleWindow : public QMainWindow, private ConsoleSink {
   QTabWidget* chartTabs_ = nullptr;
   ChartView* mainChart_ = nullptr;
   ChartView* freqChart_ = nullptr;
+  QTableWidget* comparisonGrid_ = nullptr;
   LargeGraph* largeGraph_ = nullptr;
   QProgressBar* progress_ = nullptr;
   QLabel* progressText_ = nullptr;

@@ -23,6 +23,8 @@ LargeGraph::LargeGraph(std::function<ChartPanel(const std::string&)> build,
   figures_ = new QComboBox;
   figures_->setObjectName("FigureList");
   for (auto name : LargeGraphFigures()) figures_->addItem(QString::fromUtf8(name.data(), static_cast<int>(name.size())));
+  // The figures of the click cycle, then the others.
+  figures_->insertSeparator(static_cast<int>(kLargeGraphCycleFigures));
   bar->addWidget(figures_, 1);
   auto* save = new QPushButton("Save chart...");
   save->setToolTip("Save the chart as a PNG image or an SVG drawing");

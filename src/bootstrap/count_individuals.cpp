@@ -6,7 +6,8 @@ namespace korvan {
 
 void BootIndividualCounts::CountBootstrapIndFreq() {
   Flow("CountBootstrapIndFreq");
-  const BootstrapRecord& R = S.boot;
+  BootstrapRecord& R = S.boot;
+  auto& IndividualDraws = R.IndividualDraws;
   const long B = R.BootB, n = R.BootSampleSize;
   const int N = S.pool.OriginalCohortSize;
   IndividualDraws.Fill(0);

@@ -7,10 +7,9 @@ namespace korvan {
 class BootIndividualCounts : public Procedures {
  public:
   using Procedures::Procedures;
-  // Counts the draws of individuals 1..N over samples 1..B into IndividualDraws and writes
-  // "_0H_Boot individual counts.txt".
+  // Counts the draws of individuals 1..N over samples 1..B into S.boot.IndividualDraws and
+  // writes "_0H_Boot individual counts.txt".
   void CountBootstrapIndFreq();
-  Vec<long, 0, kMaxIndividual> IndividualDraws{"IndividualDraws"};
 };
 
 }  // namespace korvan

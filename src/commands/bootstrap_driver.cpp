@@ -172,6 +172,7 @@ void BootstrapDriver::cmdBootstrap_Click() {
   else
     printing += TwoDecimals(t / 3600) + " hr.";
   P.Beep();
+  P.Status("lblBootMsg", "Bootstrap completed (B = " + FullPrecision(R.BootB) + ").\n" + printing);
   P.MsgBox("Analysis completed! Congratulation!\n" + printing + "\n\nPlease read " + S.identity.DataFileBase +
                "_0A_Life Table_Output.txt.\n\nRecord of bootstrap samples are saved in " + R.RecordFilePath + ".",
            "Task completed", kOKOnly);

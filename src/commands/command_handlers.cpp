@@ -9,6 +9,7 @@
 #include "commands/general_bootstrap_command.h"
 #include "commands/jackknife_command.h"
 #include "commands/paired_test_commands.h"
+#include "commands/tukey_command.h"
 #include "commands/ratio_command.h"
 #include "commands/read_data_a1.h"
 #include "commands/sort_count_commands.h"
@@ -39,6 +40,8 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
       {"cmdPairedBootTest", Run<PairedTestCommands, &PairedTestCommands::cmdPairedBootTest_Click>},
       {"cmdPBTPooled", Run<PairedTestCommands, &PairedTestCommands::cmdPBTPooled_Click>},
+      {"cmdCartesianDifference", Run<PairedTestCommands, &PairedTestCommands::cmdCartesianDifference_Click>},
+      {"TukeyQ5TableInput", Run<TukeyCommand, &TukeyCommand::TukeyQ5TableInput>},
       {"Command21", Run<JackknifeCommand, &JackknifeCommand::Command21_Click>},
       {"cmdCalculateRatio", Run<RatioCommand, &RatioCommand::cmdCalculateRatio_Click>},
       {"cmdGeneralBootstrap", Run<GeneralBootstrapCommand, &GeneralBootstrapCommand::cmdGeneralBootstrap_Click>},

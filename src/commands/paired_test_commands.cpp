@@ -1,11 +1,13 @@
 // Console commands of the paired bootstrap test: "C. Paired BT" (one file per treatment) and
-// the pooled route (one file holding all treatments).
+// the pooled route (one file holding all treatments); "Q. CartesianPT", the same test over every
+// difference of two treatments' values.
 #include "commands/paired_test_commands.h"
 
 #include <string>
 
 #include "comparison/paired_test.h"
 #include "store/faults.h"
+#include "ui/command_table.h"
 #include "ui/console_rules.h"
 
 namespace korvan {
@@ -108,6 +110,35 @@ void PairedTestCommands::cmdPBTPooled_Click() {
   test.BasicAnalysisForCI();
   test.PrintMultiCIofDifference();
   AfterRun();
+}
+
+void PairedTestCommands::cmdCartesianDifference_Click() {
+  Flow("cmdCartesianDifference_Click");
+  auto& c = S.comparison;
+  DisableAllButtonsForCartesian(S.console);
+  c.CartesianRun = "Yes";
+  c.PickedOneByOne = "Yes";
+  c.FastPBT = "No";
+  c.TableNumber = 0;
+  c.DetailedDifferences = "No";
+  const std::string text =
+      "Do you need the detailed info?\nIn general you can choose \"No\". If you choose \"Yes\", there will be "
+      "many huge files.\nAttention: this version is only for B = 1000, and CPT =" +
+      std::to_string(c.CartesianLimit) + ".";
+  if (P.MsgBox(text, "Do you need detailed info?", kYesNo) == kYes) {
+    if (P.MsgBox("Do you need the record of program flow?", "Do you need flow record?", kYesNo) == kYes)
+      OpenFlowRecord(S, "25A-Cartesian diff");
+    if (P.MsgBox("Do you need detailed differences between treatments and normal density curves?",
+                 "Detailed differences", kYesNo) == kYes)
+      c.DetailedDifferences = "Yes";
+  }
+  EraseComparison(c);
+
+  PairedBootTest test(S, P, W);
+  test.CartesianDifference();
+  test.CartesianDifference2();
+  test.PrintMultiCIofDifference();
+  ApplyConsoleRule(S.console, "Cartesian test done");
 }
 
 void PairedTestCommands::AfterRun() {

@@ -11,6 +11,7 @@ class PairedTestCommands : public Procedures {
 
   void cmdPairedBootTest_Click();
   void cmdPBTPooled_Click();
+  void cmdCartesianDifference_Click();
 
  private:
   void AfterRun();

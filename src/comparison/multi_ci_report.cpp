@@ -91,8 +91,22 @@ void PairedBootTest::PrintReportHead() {
   f.Print("");
   if (cartesian) {
     f.Print(" " + std::string(93, '-'));
-    f.Print(" The results of Cartesian product test are based on all differences between the bootstrap");
-    f.Print(" results of two treatments.");
+    for (const char* line : {
+             " The results of significance test using Cartesian products are presented in following 3 ways.",
+             "    1. The t confidence intervals (assuming the Cartesian products is normally distributed).",
+             "    2. Cartesian percentile confidence intervals of 0.025 and 0.975 percentiles.",
+             "    3. P value based on number of Cartesian results showing significant difference.",
+             " Because the t confidence intervals is based on the assumption of normal distribution, ",
+             " while the percentile confidence interval based on random sampling and Cartesian products,",
+             " they are different. Although most biological and ecological data are mostly not normal,",
+             " the distribution of Cartesian differences are generally normal (if B and C are large).",
+             " Therefore, a large number of resampling (B = 1000, C = 1000,000) is needed to ensure a",
+             " reliable estimate. However, a B of 1000 and the corresponding C of 1000,000 are still a tiny",
+             " proportion of the exact method using both the multinomail theorem and Cartesian products. ",
+             " Because the Cartesian products include all possible combinations of differences, the",
+             " confidence intervals of differences based on the multinomial theorem and Cartesian products",
+             " are more reliable than the paired bootstrap test based on bootstrap technique alone."})
+      f.Print(line);
     f.Print(" " + std::string(93, '-'));
   } else {
     f.Print(" " + std::string(89, '-'));
@@ -158,6 +172,15 @@ void PairedBootTest::PrintPairBlock(int i, int j) {
   f.Print(" Variance =", Tab{25}, c.BootVar2(i), Tab{50}, c.BootVar2(j));
   f.Print(" SE =", Tab{25}, c.BootSE(i), Tab{50}, c.BootSE(j));
   f.Print(" n ", Tab{25}, c.TreatmentN(i), Tab{50}, c.TreatmentN(j));
+  const double products = static_cast<double>(c.BootCount(i)) * c.BootCount(j);
+  if (cartesian) {
+    f.Print(kRuleDash);
+    f.Print(Tab{15}, "Mean (Cart. diff.) =", Tab{35}, c.CartMeanDiff(i, j));
+    f.Print(Tab{15}, "Variance =", Tab{35}, c.CartVar(i, j));
+    f.Print(Tab{15}, "SE =", Tab{35}, c.CartSE(i, j));
+    f.Print(Tab{15}, "n ", Tab{35}, products);
+    f.Print(kRuleDash);
+  }
 
   c.MeanDifference(i, j) = c.MeanDifference(j, i) = std::fabs(c.BootMean(i) - c.BootMean(j));
   f.Print(" Difference 1 =", std::fabs(c.TreatmentOriginal(i) - c.TreatmentOriginal(j)));
@@ -174,9 +197,10 @@ void PairedBootTest::PrintPairBlock(int i, int j) {
     f.Print("    Difference 3 is the mean of all paired bootstrap differences.");
     f.Print(" With the increase of B, diff. 2 and 3 will close to diff. 1.");
   }
+  // The SE is of the pair's own differences: B of them, or C in the Cartesian test.
   const long B = c.BootCount(i);
   f.Print(kRuleDash);
-  f.Print(" SE of", B, "differences =", c.PairSE(i, j));
+  f.Print(" SE of", cartesian ? products : static_cast<double>(B), "differences =", c.PairSE(i, j));
   f.Print(kRuleStar);
 
   auto star = [&](const std::string& text) { f.Print(text, Tab{73}, "*"); };
@@ -217,8 +241,7 @@ void PairedBootTest::PrintPairBlock(int i, int j) {
   hash(" # Number of insignif. diff. = " + PrintNumber(c.PairOutsideCount(i, j)));
   hash(" # Number of signif. diff. = " + PrintNumber(c.PairInsideCount(i, j)));
   if (cartesian)
-    hash(" # P-value (based on" + PrintNumber(static_cast<double>(c.BootCount(i)) * c.BootCount(j)) +
-         " Cartesian differences) = " + PrintNumber(p));
+    hash(" # P-value (based on" + PrintNumber(products) + " Cartesian differences) = " + PrintNumber(p));
   else
     hash(" # P-value (based on" + PrintNumber(B) + " bootstrap samples) = " + PrintNumber(p));
   if ((tSignificant && p > 0.05) || (!tSignificant && p <= 0.05)) {
@@ -266,7 +289,7 @@ void PairedBootTest::PrintClosing() {
   c.ElapsedSeconds = now - c.BeginSeconds;
   P.Status("lblBootEnd", " Test ended at:\n" + c.BootEndTime);
   const double e = c.ElapsedSeconds;
-  f.Print(" Paired bootstrap test begins at: " + c.BootBeginTime);
+  f.Print(" " + c.BeginsAtText + " " + c.BootBeginTime);
   f.Print(" Test ended at: " + c.BootEndTime);
   if (e < 120)
     f.Print(" Total time = ", RoundDisplay(e, 2), " sec.");

@@ -5,17 +5,12 @@
 
 #include "comparison/letter_table.h"
 #include "comparison/paired_test.h"
+#include "comparison/treatment_table.h"
 #include "text/numbers.h"
 
 namespace korvan {
 
 namespace {
-
-// A table cell: beyond +-10000 a whole number, otherwise four decimals; "*" right after it.
-std::string Cell(double v, bool star) {
-  const double shown = std::fabs(v) > 10000 ? CIntValue(v) : RoundDisplay(v, 4);
-  return PrintNumber(shown) + (star ? "*" : "");
-}
 
 int Column(int c) { return (c - 1) * 11 + 17; }
 
@@ -23,15 +18,36 @@ const char* kSignificantNote = " *: Significant at 5% significance level. A P<=0
 
 }  // namespace
 
+std::string TableCell(double v, bool star) {
+  const double shown = std::fabs(v) > 10000 ? CIntValue(v) : RoundDisplay(v, 4);
+  return PrintNumber(shown) + (star ? "*" : "");
+}
+
+void PrintTreatmentTable(TextFile& f, const ComparisonRecord& c, const char* diagonal,
+                         const std::function<std::string(int row, int col)>& cell, bool originals) {
+  const int n = c.TreatmentCount;
+  f.Print(" " + c.RuleTable);
+  f.PrintPart(" ");
+  for (int col = 1; col <= n; ++col) f.PrintPart(Tab{Column(col)}, c.TreatmentTitle(col));
+  if (originals) f.PrintPart(Tab{n * 11 + 18}, " Original");
+  f.NewLine();
+  f.Print(" " + c.RuleTableThin);
+  for (int row = 1; row <= n; ++row) {
+    f.PrintPart(" " + c.TreatmentTitle(row));
+    for (int col = 1; col <= n; ++col) f.PrintPart(Tab{Column(col)}, col == row ? std::string(diagonal) : cell(row, col));
+    if (originals) f.PrintPart(Tab{n * 11 + 18}, c.TreatmentOriginal(row));
+    f.NewLine();
+  }
+  f.Print(" " + c.RuleTableThin);
+}
+
 void PairedBootTest::PrintPairTestTable() {
   Flow("PrintPairTestTable");
   auto& c = S.comparison;
   auto& f = report_;
-  const int n = c.TreatmentCount;
   const bool cartesian = c.CartesianRun == "Yes";
   const std::string testName = cartesian ? ". Differences between treatments (Cartesian product test)"
                                          : ". Differences between treatments (Paired bootstrap test)";
-  const std::string top = " " + c.RuleTable, thin = " " + c.RuleTableThin;
   auto sig = [&](int i, int j) { return c.PairP(i, j) <= 0.05; };
 
   for (int table = 1; table <= 5; ++table) {
@@ -61,44 +77,22 @@ void PairedBootTest::PrintPairTestTable() {
         f.Print(" [Lower left triangle: P-value of the test between (j,i)]");
     }
     f.Print(table == 4 ? " The original values are listed in the last column" : " ");
-    f.Print(top);
-    f.PrintPart(" ");
-    for (int col = 1; col <= n; ++col) f.PrintPart(Tab{Column(col)}, c.TreatmentTitle(col));
-    if (table == 4) f.PrintPart(Tab{n * 11 + 18}, " Original");
-    f.NewLine();
-    f.Print(thin);
-    for (int row = 1; row <= n; ++row) {
-      f.PrintPart(" " + c.TreatmentTitle(row));
-      for (int col = 1; col <= n; ++col) {
-        f.PrintPart(Tab{Column(col)});
-        if (col == row) {
-          f.PrintPart(table <= 3 ? " ----" : " ------");
-          continue;
-        }
-        const bool upper = col > row;
-        const int i = upper ? row : col, j = upper ? col : row;  // the pair, i < j
-        std::string cell;
-        switch (table) {
-          case 1:
-            cell = upper ? Cell(c.MeanDifference(i, j), false)
-                         : Cell(c.PairLower(i, j), c.PairLower(i, j) > 0);
-            break;
-          case 2:
-            cell = upper ? Cell(c.MeanDifference(i, j), sig(i, j)) : Cell(c.PairP(i, j), sig(i, j));
-            break;
-          case 3:
-          case 4:
-            cell = upper ? Cell(c.PairP(i, j), sig(i, j)) : Cell(c.MeanDifference(i, j), sig(i, j));
-            break;
-          default:
-            cell = Cell(c.PairP(row, col), c.PairP(row, col) <= 0.05);
-        }
-        f.PrintPart(cell);
+    auto cell = [&](int row, int col) {
+      const bool upper = col > row;
+      const int i = upper ? row : col, j = upper ? col : row;  // the pair, i < j
+      switch (table) {
+        case 1:
+          return upper ? TableCell(c.MeanDifference(i, j), false) : TableCell(c.PairLower(i, j), c.PairLower(i, j) > 0);
+        case 2:
+          return upper ? TableCell(c.MeanDifference(i, j), sig(i, j)) : TableCell(c.PairP(i, j), sig(i, j));
+        case 3:
+        case 4:
+          return upper ? TableCell(c.PairP(i, j), sig(i, j)) : TableCell(c.MeanDifference(i, j), sig(i, j));
+        default:
+          return TableCell(c.PairP(row, col), c.PairP(row, col) <= 0.05);
       }
-      if (table == 4) f.PrintPart(Tab{n * 11 + 18}, c.TreatmentOriginal(row));
-      f.NewLine();
-    }
-    f.Print(thin);
+    };
+    PrintTreatmentTable(f, c, table <= 3 ? " ----" : " ------", cell, table == 4);
     f.Print(kSignificantNote);
     if (table == 1) {
       f.Print(" The bootstrap t confidence interval might be different from the bootstrap percentile ");

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "bootstrap/sorting.h"
+#include "comparison/pair_differences.h"
 #include "comparison/paired_test.h"
 #include "store/faults.h"
 
@@ -18,61 +19,29 @@ constexpr const char* kStatus = "lblBootMsg";
 
 std::string Num(long v) { return std::to_string(v); }
 
-// The six detail files of one pair, with their heads.
-struct DetailFiles {
-  TextFile all, toMean, sigA, sigB, insigA, insigB;
-};
-
-void DetailHead(TextFile& f, const ComparisonRecord& c, int i, int j, const std::string& firstB,
-                const std::string& secondB, bool labelsTogether, const char* col1, const char* col2) {
-  f.Write(c.TreatmentTitle(i) + " vs " + c.TreatmentTitle(j));
-  f.Write("Next line is effective bootstrap number (B)");
-  if (firstB.empty())
-    f.Write(c.BootCount(i));
-  else
-    f.Write(firstB);
-  f.Write(labelsTogether ? c.TreatmentParameter(i) + c.TreatmentParameter(j)
-                         : c.TreatmentParameter(i) + " vs " + c.TreatmentParameter(j));
-  if (secondB.empty())
-    f.Write(c.BootCount(i));
-  else
-    f.Write(secondB);
-  f.Write("Original means", c.TreatmentOriginal(i), c.TreatmentOriginal(j));
-  f.Write(col1, col2);
-}
-
-void OpenDetailFiles(DetailFiles& d, const SessionStore& S, int i, int j) {
-  const auto& c = S.comparison;
-  const std::string stem = c.TreatmentParameter(i) + "-" + Num(i) + " to " + Num(j);
-  const std::string base = S.identity.DataFileBase;
-  const std::string b = Num(c.BootCount(i));
-  d.all.Open(base + "_23_1-" + stem + "_diff-All (for N. sort).txt");
-  d.toMean.Open(base + "_23_2-" + stem + "_diff to mean diff.txt");
-  d.sigA.Open(base + "_23_3-" + stem + "_diff-SigA.txt");
-  d.sigB.Open(base + "_23_4-" + stem + "_diff-SigB.txt");
-  d.insigA.Open(base + "_23_5-" + stem + "_diff-inSigA.txt");
-  d.insigB.Open(base + "_23_6-" + stem + "_diff-inSigB.txt");
-  DetailHead(d.all, c, i, j, "", "", false, "Bootstrap", "Difference");
-  DetailHead(d.toMean, c, i, j, "", "", true, "Bootstrap", "Difference to mean of difference");
-  const std::string sign1 = b + " (actual number of sign. can be less)";
-  const std::string sign2 = b + " (actual number of sign. diff. can be less)";
-  const std::string insign = b + " (actual number of insign. diff. can be less)";
-  DetailHead(d.sigA, c, i, j, sign1, sign2, false, "Serial no.", "Difference");
-  DetailHead(d.sigB, c, i, j, sign1, sign2, false, "Orig. Boot. no.", "Difference");
-  DetailHead(d.insigA, c, i, j, insign, insign, false, "Serial no.", "Difference");
-  DetailHead(d.insigB, c, i, j, insign, insign, false, "Orig. Boot. no.", "Difference");
-}
-
 }  // namespace
 
 void PairedBootTest::BasicAnalysisForCI() {
   Flow("BasicAnalysisForCI");
   auto& c = S.comparison;
   if (c.FastPBT == "Yes") c.UseQuickSort = "Yes";
+  StartClock("Paired bootstrap test begins at:");
+  TreatmentStatistics();
+  const int n = c.TreatmentCount;
+  for (int i = 1; i <= n - 1; ++i)
+    for (int j = i + 1; j <= n; ++j) PairStep(i, j);
+}
+
+void PairedBootTest::StartClock(const std::string& beginsAt) {
+  auto& c = S.comparison;
   c.BootBeginTime = DateTimeText();
   c.BeginSeconds = std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-  P.Status("lblBootBegin", "Paired bootstrap test begins at:\n" + c.BootBeginTime);
+  c.BeginsAtText = beginsAt;
+  P.Status("lblBootBegin", beginsAt + "\n" + c.BootBeginTime);
+}
 
+void PairedBootTest::TreatmentStatistics() {
+  auto& c = S.comparison;
   const int n = c.TreatmentCount;
   for (int i = 1; i <= n; ++i) {
     std::int32_t count = 0;
@@ -116,9 +85,6 @@ void PairedBootTest::BasicAnalysisForCI() {
   c.MSB = c.SSB / c.dfB;
   c.MSW = c.SSW / c.dfW;
   if (c.MSW != 0) c.FValue = c.MSB / c.MSW;
-
-  for (int i = 1; i <= n - 1; ++i)
-    for (int j = i + 1; j <= n; ++j) PairStep(i, j);
 }
 
 void PairedBootTest::PairStep(int i, int j) {
@@ -131,47 +97,27 @@ void PairedBootTest::PairStep(int i, int j) {
   P.Status(kStatus, running);
 
   DetailFiles files;
-  if (detailed) OpenDetailFiles(files, S, i, j);
+  if (detailed) OpenPairedDetailFiles(files, S, i, j);
 
   const bool iLarger = c.BootMean(i) > c.BootMean(j);
   const double D = iLarger ? c.BootMean(i) - c.BootMean(j) : c.BootMean(j) - c.BootMean(i);
   c.PairTails(i, j) = (c.BootMean(i) == 0 || D / c.BootMean(i) > 0.25) ? "One" : "Two";
 
   const long B = c.BootCount(i);
-  double sum = 0, sumSq = 0;
-  long serialSig = 0, serialInsig = 0;
+  DifferenceTally tally(D);
   for (long k = 1; k <= B; ++k) {
     if (k % 10000 == 0 && k / 10000 <= 200) P.Status(kStatus, running + "\n(k =" + Num(k) + ")");
     const double d = iLarger ? c.BootValue(k, i) - c.BootValue(k, j) : c.BootValue(k, j) - c.BootValue(k, i);
-    bool different = false;
-    if (d <= 0)
-      ++c.PairBelowZero(i, j);
-    else if (d >= 2 * D)
-      ++c.PairBeyondTwice(i, j);
-    else {
-      ++c.PairInsideCount(i, j);
-      different = true;
-    }
-    sum += d;
-    sumSq += d * d;
+    const bool different = tally.Add(d);
     c.PairDifference(k) = d;
-    if (detailed) {
-      files.all.Write(k, d);
-      files.toMean.Write(k, d - D);
-      if (different) {
-        files.sigA.Write(++serialSig, d);
-        files.sigB.Write(k, d);
-      } else {
-        files.insigA.Write(++serialInsig, d);
-        files.insigB.Write(k, d);
-      }
-    }
+    if (detailed) files.Record(k, d, D, different);
   }
-  c.PairMeanDiff(i, j) = sum / B;
-  double var = (sumSq - sum * sum / B) / (B - 1);
-  if (var < 0) var = 0;
-  c.PairVar(i, j) = var;
-  c.PairSE(i, j) = std::sqrt(var);
+  c.PairBelowZero(i, j) = static_cast<std::int32_t>(tally.belowZero);
+  c.PairBeyondTwice(i, j) = static_cast<std::int32_t>(tally.beyondTwice);
+  c.PairInsideCount(i, j) = static_cast<std::int32_t>(tally.inside);
+  c.PairMeanDiff(i, j) = tally.Mean(B);
+  c.PairVar(i, j) = tally.Variance(B);
+  c.PairSE(i, j) = std::sqrt(c.PairVar(i, j));
 
   P.Status(kStatus, running + "\n(Sorting...)");
   SortDifferences(B);
@@ -187,9 +133,7 @@ void PairedBootTest::PairStep(int i, int j) {
 
   c.PairOutsideCount(i, j) = c.PairBelowZero(i, j) + c.PairBeyondTwice(i, j);
   // Every pair's P is taken over the B of the first treatment.
-  c.PairP(i, j) = c.PairP(j, i) = static_cast<double>(c.PairOutsideCount(i, j)) / c.BootCount(1);
-  c.PairLower(i, j) = c.PairMeanDiff(i, j) - 1.959964 * c.PairSE(i, j);
-  c.PairUpper(i, j) = c.PairMeanDiff(i, j) + 1.959964 * c.PairSE(i, j);
+  SetPairLimits(i, j, static_cast<double>(c.PairOutsideCount(i, j)) / c.BootCount(1));
 
   if (detailed) {
     c.CurveMean = c.PairMeanDiff(i, j);
@@ -199,6 +143,13 @@ void PairedBootTest::PairStep(int i, int j) {
     WriteNormalDensityCurveForDifferenceAndCI();
   }
   P.Status(kStatus, "Treat " + Num(i) + " to treat " + Num(j) + "\n" + DateTimeText());
+}
+
+void PairedBootTest::SetPairLimits(int i, int j, double p) {
+  auto& c = S.comparison;
+  c.PairP(i, j) = c.PairP(j, i) = p;
+  c.PairLower(i, j) = c.PairMeanDiff(i, j) - 1.959964 * c.PairSE(i, j);
+  c.PairUpper(i, j) = c.PairMeanDiff(i, j) + 1.959964 * c.PairSE(i, j);
 }
 
 void PairedBootTest::SortDifferences(long count) {

@@ -76,19 +76,44 @@ void PairedBootTest::BuildRules() {
   c.RuleTableThin = std::string(n * 11 + 15, '-');
 }
 
+// The two tests that read one column file per treatment differ only in these texts and in
+// whether the transformation is asked in a fast run.
+struct OneByOneReading {
+  const char* base;
+  const char* prompt;
+  const char* title;
+  bool askTransformationAlways;
+};
+
+constexpr OneByOneReading kPairedReading{"24-Paired boot test", "Enter number of treatments",
+                                         "Read data file one by one for multiple comparison", false};
+constexpr OneByOneReading kCartesianReading{
+    "25A-Cartesian diff", "Enter number of treatments for Cartesian paired test.",
+    "Read data file one by one for paired comparison using Cartesian Product", true};
+
 void PairedBootTest::InputRawDataForCIonebyone() {
   Flow("InputRawDataForCIonebyone");
+  ReadOneByOne(kPairedReading);
+}
+
+void PairedBootTest::CartesianDifference() {
+  Flow("CartesianDifference");
+  S.comparison.UseQuickSort = "Yes";
+  S.boot.sort.QuickRangesWanted = 1024;
+  ReadOneByOne(kCartesianReading);
+}
+
+void PairedBootTest::ReadOneByOne(const OneByOneReading& reading) {
   auto& c = S.comparison;
-  S.identity.DataFileBase = "24-Paired boot test";
-  const std::string answer =
-      P.InputBox("Enter number of treatments", "Read data file one by one for multiple comparison", "2");
+  S.identity.DataFileBase = reading.base;
+  const std::string answer = P.InputBox(reading.prompt, reading.title, "2");
   const double n0 = NumberOfText(answer);
   if (n0 < 0 || n0 > 32767) throw OverflowFault();
   c.TreatmentCount = CInt16(n0);
   SetPairCountAndAlpha();
   const int n = c.TreatmentCount;
 
-  if (c.FastPBT != "Yes") {
+  if (reading.askTransformationAlways || c.FastPBT != "Yes") {
     const double t = NumberOfText(P.InputBox("No transformation (0), Arcsine (1), or logit (2) transformation?",
                                              "Transformation?", "0"));
     if (t == 0) c.Transformation = "No";
@@ -141,6 +166,7 @@ void PairedBootTest::InputRawDataForCIonebyone() {
     in.ReadString();
     ReadLong(in);
     c.TreatmentB(a) = correctedB(r);
+    c.TreatmentBootCount(a) = correctedB(r);
     c.TreatmentParameter(a) = in.ReadString();
     c.TreatmentN(a) = ReadLong(in);
     c.TreatmentOriginal(a) = in.ReadNumber();

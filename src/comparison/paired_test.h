@@ -10,6 +10,8 @@
 
 namespace korvan {
 
+struct OneByOneReading;
+
 class PairedBootTest : public Procedures {
  public:
   using Procedures::Procedures;
@@ -18,9 +20,15 @@ class PairedBootTest : public Procedures {
   void InputRawDataForCIonebyone();
   void MultipleComparisonBasedOnCI();
   void InputRawDataForCI();
+  // The Cartesian paired test: the reading, and every difference of the two sets of a pair.
+  void CartesianDifference();
+  void CartesianDifference2();
 
   // Statistics of the treatments and of every pair; detail files.
   void BasicAnalysisForCI();
+  // Mean, variance and SE of every treatment and the one-way table over them (the start of both
+  // tests' analysis).
+  void TreatmentStatistics();
   void WriteNormalDensityCurveForDifferenceAndCI();
 
   // The report.
@@ -31,10 +39,16 @@ class PairedBootTest : public Procedures {
 
  private:
   // Shared steps of the two reading routes.
+  // The begin time of the test, told on the console under the given words.
+  void StartClock(const std::string& beginsAt);
+  void ReadOneByOne(const OneByOneReading& reading);
   void SetPairCountAndAlpha();
   void OrderTreatmentsByMean(bool pooled);
   void BuildRules();
   void PairStep(int i, int j);
+  void CartesianPairStep(int i, int j);
+  // The pair's t limits from the mean and SE of its differences, and its P (both orders).
+  void SetPairLimits(int i, int j, double p);
   void SortDifferences(long count);
   void PrintReportHead();
   void PrintPairBlock(int i, int j);

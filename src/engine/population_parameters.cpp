@@ -147,25 +147,25 @@ void ParameterEngine::Life05Gosub1370() {
 // ---------------------------------------------------------------------------------------
 // Euler-Lotka residual
 
-double ParameterEngine::FillEulerTerms(double r) {
-  auto& t = W.tables;
-  auto& p = W.params;
-  const double tu = S.settings.TimeUnit;
-  const bool ageX = S.options.AgeConvention == "x";
+double EulerLotkaSum(const Vec<double, 0, kMaxAge>& lx, const Vec<double, 0, kMaxAge>& mx, int lastAge, double r,
+                     double timeUnit, bool ageFromZero, Vec<double, 0, kMaxAge>* terms) {
   double sum = 0;
-  for (int x = 0; x <= t.LastAge; ++x) {
-    const double a = ageX ? x : x + 1;
-    const double lx = t.Lx(x), mx = p.Mx(x);
-    const double exponent = ConvertExponent(-r * a, tu);
+  for (int x = 0; x <= lastAge; ++x) {
+    const double a = ageFromZero ? x : x + 1;
+    const double l = lx(x), m = mx(x);
+    const double exponent = ConvertExponent(-r * a, timeUnit);
     // An age without eggs adds a zero: l(x) e^(...) m(x) is then l(x) m(x), sign of zero
     // included, while the exponential is finite and l(x) a survival rate.
-    if (mx == 0 && std::fabs(exponent) < 700 && std::fabs(lx) <= 1)
-      p.EulerTerm(x) = lx * mx;
-    else
-      p.EulerTerm(x) = lx * std::exp(exponent) * mx;
-    sum += p.EulerTerm(x);
+    const double term = m == 0 && std::fabs(exponent) < 700 && std::fabs(l) <= 1 ? l * m : l * std::exp(exponent) * m;
+    if (terms) (*terms)(x) = term;
+    sum += term;
   }
   return sum;
+}
+
+double ParameterEngine::FillEulerTerms(double r) {
+  return EulerLotkaSum(W.tables.Lx, W.params.Mx, W.tables.LastAge, r, S.settings.TimeUnit,
+                       S.options.AgeConvention == "x", &W.params.EulerTerm);
 }
 
 void ParameterEngine::Life05Gosub0120() {

@@ -138,6 +138,12 @@ class ParameterEngine : public EngineProcedures {
   const char* tableLine2_ = "";
 };
 
+// The Euler-Lotka sum of a life table at the rate r: the sum over x = 0..lastAge of
+// l(x) exp(-r a) m(x), with a = x when ages count from zero (the convention "x"), else x + 1,
+// the exponent by the time rule of ConvertExponent. Each term goes to terms when it is given.
+// r is the intrinsic rate where the sum is 1.
+double EulerLotkaSum(const Vec<double, 0, kMaxAge>& lx, const Vec<double, 0, kMaxAge>& mx, int lastAge, double r,
+                     double timeUnit, bool ageFromZero, Vec<double, 0, kMaxAge>* terms = nullptr);
 // The time rule on the exponent of the Euler-Lotka terms: four fractional time units divide.
 double ConvertExponent(double product, double timeUnit);
 // The full form with its own branch for 0.5 (reproductive values, figure ages).

@@ -171,6 +171,8 @@ struct BootstrapRecord {
   BootList<std::int32_t> EffectiveList{"EffectiveList"}, IneffectiveList{"IneffectiveList"};
   std::int32_t SpecificSampleCount = 0;
   Vec<std::int32_t, 0, 1000> SpecificSample{"SpecificSample"};
+  // How often each individual of the cohort was drawn over all samples of the run.
+  Vec<long, 0, kMaxIndividual> IndividualDraws{"IndividualDraws"};
   std::string BootSessionFlag;     // "Yes" while "A3. Bootstrap" runs: where a record is read
   std::string RecordFilePath;      // the record file read, or the one written
   std::string BootstrapCompleted;  // "yes" once a run of the session has ended

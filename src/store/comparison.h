@@ -7,6 +7,7 @@
 #include "store/bootstrap_store.h"
 #include "store/bounded.h"
 #include "store/limits.h"
+#include "store/sort_store.h"
 
 namespace korvan {
 
@@ -65,8 +66,20 @@ struct ComparisonRecord {
   ZeroList<double, kMaxBootIndex> PairDifference{"PairDifference"};
   double CurveMean = 0, CurveSE = 0;
   int CurveFirst = 0, CurveSecond = 0;  // the pair whose curve is written
+  // The Cartesian paired test: every difference of the two treatments' values, C = B_i * B_j of
+  // them; the bound allows C = 1,000,000 (B = 1,000 for both) and a little over.
+  std::int32_t CartesianLimit = 1000000;
+  Vec<double, 0, kMaxTreatmentIndex> TreatmentBootCount{"TreatmentBootCount"};
+  ZeroList<double, kMaxSortIndex> DifferenceForward{"DifferenceForward"}, DifferenceBackward{"DifferenceBackward"};
+  PairTable CartMeanDiff{"CartMeanDiff"}, CartVar{"CartVar"}, CartSE{"CartSE"};
+  // The Tukey-Kramer table of bootstrap results: q(0.05; k, df) for k = 2..10 and df = 1..120,
+  // df 121 standing for infinity; any other place stays 0.
+  Mat<double, kMaxTreatmentIndex, 121> TukeyQ{"TukeyQ"};
+  int Alpha = 0;  // percent
+  double MSE = 0, SSTotal = 0, SSAmong = 0, SSWithin = 0, MSAmong = 0;
+  PairTable TukeySE{"TukeySE"}, MSD{"MSD"}, TukeyDiff{"TukeyDiff"};
   // Run clock.
-  std::string BootBeginTime, BootEndTime;
+  std::string BootBeginTime, BootEndTime, BeginsAtText;
   double BeginSeconds = 0, ElapsedSeconds = 0;
   std::string ReportName;
 };

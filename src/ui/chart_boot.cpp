@@ -33,11 +33,22 @@ std::string ClassLabel(double edge) {
   return FullPrecision(std::fabs(edge) < 2e5 ? RoundDisplay(edge, 4) : std::round(edge));
 }
 
-ChartPanel Frequency(const SessionStore& S, bool isR) {
+// The numbers of a frequency chart's title as the reports give them: statistics to 4
+// decimals, a class width to 6 significant figures (r's classes are a few thousandths wide).
+std::string Stat(double v) { return FullPrecision(RoundDisplay(v, 4)); }
+std::string Width(double v) {
+  if (v == 0 || !std::isfinite(v)) return FullPrecision(v);
+  const int decimals = 5 - static_cast<int>(std::floor(std::log10(std::fabs(v))));
+  return FullPrecision(decimals >= 0 ? RoundDisplay(v, decimals) : v);
+}
+
+// The console's frequency chart, or its twin on the frequency form, which writes the sample
+// size as "N".
+ChartPanel Frequency(const SessionStore& S, bool isR, bool form = false) {
   const BootstrapRecord& R = S.boot;
   ChartPanel c;
   c.figure = isR ? "ShowFreqr" : "ShowFreqR0";
-  c.chart = "MSChart2";
+  c.chart = form ? "FreqForm" : "MSChart2";
   c.kind = ChartKind::Bar;
   c.legend = false;
   c.x.title = isR ? "r" : "R0";
@@ -48,23 +59,23 @@ ChartPanel Frequency(const SessionStore& S, bool isR) {
   if (R.ResampleKind == "g") {
     // A general bootstrap keeps the means of its samples in the classes of R0.
     c.x.title = R.VariableName;
-    c.title = {"Frequency of bootstrap mean of " + R.VariableName + " (interval =" + FullPrecision(width) +
+    c.title = {"Frequency of bootstrap mean of " + R.VariableName + " (interval =" + Width(width) +
                ").  Bootstrap number = " + FullPrecision(R.BootB)};
   } else if (R.ResampleKind == "j") {
-    c.title = {std::string("Frequency of pseudo-") + (isR ? "r" : "R0") + " (interval =" + FullPrecision(width) + ")."};
+    c.title = {std::string("Frequency of pseudo-") + (isR ? "r" : "R0") + " (interval =" + Width(width) + ")."};
   } else if (isR) {
-    c.title = {"Frequency of r (interval =" + FullPrecision(width) + ").  Bootstrap number = " +
+    c.title = {"Frequency of r (interval =" + Width(width) + ").  Bootstrap number = " +
                FullPrecision(R.BootB)};
   } else {
     const BootSummary& s = R.R0;
     std::string head;
     const int cohort = S.header.CohortSizeRead > 0 ? S.header.CohortSizeRead : S.pool.OriginalCohortSize;
-    if (R.BootSampleSize != cohort) head = "B = " + FullPrecision(R.BootB) + ". n =";
-    else head = "n =";
-    c.title = {head + FullPrecision(R.BootSampleSize) + ". Mortality =" +
-               FullPrecision(CohortPreadultMortality(S)) + ".  Min =" + FullPrecision(s.min) +
-               ". Mean=" + FullPrecision(s.mean) + ". Max =" + FullPrecision(s.max) +
-               ". Variance =" + FullPrecision(s.variance) + ". SE =" + FullPrecision(s.se)};
+    const char* n = form ? "N =" : "n =";
+    if (R.BootSampleSize != cohort) head = "B = " + FullPrecision(R.BootB) + ". " + n;
+    else head = n;
+    c.title = {head + FullPrecision(R.BootSampleSize) + ". Mortality =" + Stat(CohortPreadultMortality(S)) +
+               ".  Min =" + Stat(s.min) + ". Mean=" + Stat(s.mean) + ". Max =" + Stat(s.max) +
+               ". Variance =" + Stat(s.variance) + ". SE =" + Stat(s.se)};
   }
   const int last = std::clamp(isR ? R.HistogramBarsPlus1 : R.HistogramBarsPlus1 + 1, 0, 60);
   ChartSeries counts{"Frequency", 1, {}};
@@ -100,6 +111,38 @@ ChartPanel ShowBootMxCI(const SessionStore& S) {
 }
 
 ChartPanel ShowFreqR0(const SessionStore& S) { return Frequency(S, false); }
+ChartPanel FreqFormR0(const SessionStore& S) { return Frequency(S, false, true); }
+ChartPanel FreqFormr(const SessionStore& S) { return Frequency(S, true, true); }
+
+ChartPanel IndividualCounts(const SessionStore& S, IndividualCountsForm form) {
+  const BootstrapRecord& R = S.boot;
+  static constexpr const char* kFigure[] = {"ShowIndCounts", "ShowIndCountsContinuous", "ShowIndCountsLine",
+                                            "ShowIndCountsLine2"};
+  ChartPanel c;
+  c.figure = kFigure[static_cast<int>(form)];
+  c.chart = "FreqForm";
+  c.legend = false;
+  const bool bars = form == IndividualCountsForm::Bars || form == IndividualCountsForm::ContinuousBars;
+  c.kind = bars ? ChartKind::Bar : ChartKind::Line;
+  c.barWidth = form == IndividualCountsForm::Bars ? 0.6 : 1.0;
+  c.x.title = "Individual (serial order)";
+  c.y.title = "Counts";
+  c.x.labelEvery = 5;
+  const int N = std::clamp(S.pool.OriginalCohortSize, 0, static_cast<int>(kMaxIndividual));
+  ChartSeries counts{"Counts", form == IndividualCountsForm::ContinuousLine ? 2 : 1, {}};
+  double total = 0;
+  for (int i = 1; i <= N; ++i) {
+    c.rowLabels.push_back(std::to_string(i));
+    counts.values.push_back(static_cast<double>(R.IndividualDraws(i)));
+    total += static_cast<double>(R.IndividualDraws(i));
+  }
+  if (R.ResampleKind == "g")
+    c.title = {"Bootstrap frequency of " + R.VariableName + ". Total frequency = " + FullPrecision(total)};
+  else
+    c.title = {"Bootstrap individual frequency (B =" + FullPrecision(R.BootB) + ")"};
+  c.series.push_back(std::move(counts));
+  return c;
+}
 
 ChartPanel ShowFreqForm(const std::string& title, const std::string& xTitle, const std::vector<double>& values,
                         const std::vector<double>& counts) {

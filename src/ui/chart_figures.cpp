@@ -8,22 +8,15 @@
 
 namespace korvan {
 
-namespace {
-
-// The last row's age: LastAge + 1, kept within the store's ages.
 int LastRowAge(const SessionStore& S) {
   return std::clamp(S.ws.tables.LastAge + 1, 0, static_cast<int>(kMaxAge));
 }
 
-int StageCount(const SessionStore& S) {
+int FigureStageCount(const SessionStore& S) {
   return std::clamp(S.header.StageCount, 0, static_cast<int>(kMaxStage) - 1);
 }
 
-}  // namespace
-
-// A figure by age: title, axes and row labels; the series are added by the caller.
-ChartPanel AgeFigure(const SessionStore& S, const char* figure, std::vector<std::string> title,
-                     const char* yTitle, const char* xTitle, int lastAge) {
+ChartPanel FigureFrame(const char* figure, std::vector<std::string> title, const char* yTitle, const char* xTitle) {
   ChartPanel c;
   c.figure = figure;
   c.title = std::move(title);
@@ -34,7 +27,25 @@ ChartPanel AgeFigure(const SessionStore& S, const char* figure, std::vector<std:
   c.x.labelEvery = 3;
   c.y.title = yTitle;
   c.y.font = c.x.font;
+  return c;
+}
+
+ChartPanel AgeFigure(const SessionStore& S, const char* figure, std::vector<std::string> title,
+                     const char* yTitle, const char* xTitle, int lastAge) {
+  ChartPanel c = FigureFrame(figure, std::move(title), yTitle, xTitle);
   for (int a = 0; a <= lastAge; ++a) c.rowLabels.push_back(AgeRowLabel(a, S.settings.TimeUnit));
+  return c;
+}
+
+ChartPanel AgeSeriesFigure(const SessionStore& S, const char* figure, std::vector<std::string> title,
+                           const char* yTitle, const char* xTitle, int lastAge,
+                           const std::function<double(int)>& value) {
+  ChartPanel c = AgeFigure(S, figure, std::move(title), yTitle, xTitle, lastAge);
+  ChartSeries s;
+  s.label = yTitle;
+  s.lineWidth = 2;
+  for (int a = 0; a <= lastAge; ++a) s.values.push_back(value(a));
+  c.series.push_back(std::move(s));
   return c;
 }
 
@@ -44,7 +55,7 @@ ChartPanel StageFigure(const SessionStore& S, const char* figure, std::vector<st
                        const char* yTitle, const AgeStageMatrix& m, double factor = 1) {
   const int last = LastRowAge(S);
   ChartPanel c = AgeFigure(S, figure, std::move(title), yTitle, "Age", last);
-  for (int j = 1; j <= StageCount(S) + 1; ++j) {
+  for (int j = 1; j <= FigureStageCount(S) + 1; ++j) {
     ChartSeries s;
     s.label = S.header.StageName(1, j);
     s.lineWidth = 2;
@@ -54,17 +65,10 @@ ChartPanel StageFigure(const SessionStore& S, const char* figure, std::vector<st
   return c;
 }
 
-// One series by age from value(a).
+// One series by age 0..LastAge+1 from value(a).
 ChartPanel OneSeries(const SessionStore& S, const char* figure, std::vector<std::string> title,
                      const char* yTitle, const std::function<double(int)>& value) {
-  const int last = LastRowAge(S);
-  ChartPanel c = AgeFigure(S, figure, std::move(title), yTitle, "Age", last);
-  ChartSeries s;
-  s.label = yTitle;
-  s.lineWidth = 2;
-  for (int a = 0; a <= last; ++a) s.values.push_back(value(a));
-  c.series.push_back(std::move(s));
-  return c;
+  return AgeSeriesFigure(S, figure, std::move(title), yTitle, "Age", LastRowAge(S), value);
 }
 
 }  // namespace
@@ -155,7 +159,7 @@ ChartPanel ShowCurtailedR(const SessionStore& S) {
 
 ChartPanel ShowFxjMxLxMx(const SessionStore& S) {
   const int last = LastRowAge(S);
-  const int m = StageCount(S);
+  const int m = FigureStageCount(S);
   ChartPanel c = AgeFigure(S, "ShowFxjMxLxMx", {"f(x,female), m(x), l(x)m(x)"}, "Fecundity", "Age", last);
   ChartSeries f{"f(x," + S.header.StageName(1, m) + ")", 2, {}}, mx{"m(x)", 2, {}}, lm{"l(x)m(x)", 2, {}};
   for (int a = 0; a <= last; ++a) {
@@ -194,11 +198,28 @@ constexpr std::array kFigures = {
     NamedFigure{"ShowCumuFreqOfNormality", ShowCumuFreqOfNormality},
     NamedFigure{"ShowCumuFreqSigmoid", ShowCumuFreqSigmoid},
     NamedFigure{"ShowCumuFreqNormForNbutton", ShowCumuFreqNormForNbutton},
+    NamedFigure{"ShowStageMortality", ShowStageMortality},
+    NamedFigure{"ShowStableStageDistribution", ShowStableStageDistribution},
+    NamedFigure{"ShowStageSurvivalship", ShowStageSurvivalship},
+    NamedFigure{"ShowSProbabilityNewbornSurviveThisStage", ShowSProbabilityNewbornSurviveThisStage},
+    NamedFigure{"ShowStageSpecificSurvivalRate", ShowStageSpecificSurvivalRate},
+    NamedFigure{"ShowFunctionR", ShowFunctionR}, NamedFigure{"ShowFunctionLambda", ShowFunctionLambda},
+    NamedFigure{"ShowLxBasedOnAdultAge", ShowLxBasedOnAdultAge},
+    NamedFigure{"ShowMxBasedOnAdultAge", ShowMxBasedOnAdultAge},
+    NamedFigure{"ShowFemaleLxWithPreA", ShowFemaleLxWithPreA},
+    NamedFigure{"ShowFemaleMxWithPreA", ShowFemaleMxWithPreA},
+    NamedFigure{"ShowFemaleFecundityExpectancy", ShowFemaleFecundityExpectancy},
+    NamedFigure{"ShowFRegOnAdultLongResidual", ShowFRegOnAdultLongResidual},
 };
 
-constexpr std::array<std::string_view, 15> kLargeGraph = {
+constexpr std::array<std::string_view, kLargeGraphCycleFigures + 17> kLargeGraph = {
     "ShowSxj", "ShowGxj", "ShowDxj", "ShowFxj", "ShowPxj", "ShowLx",  "ShowMx", "ShowLxMx",
-    "ShowExj", "ShowEx",  "ShowSASD", "ShowSAD", "ShowVxj", "ShowVx", "ShowQxj"};
+    "ShowExj", "ShowEx",  "ShowSASD", "ShowSAD", "ShowVxj", "ShowVx", "ShowQxj",
+    // Beyond the click cycle.
+    "ShowCumuLxMx", "ShowFxjMxLxMx", "ShowFunctionR", "ShowFunctionLambda", "ShowTailedR0", "ShowTailedR",
+    "ShowCurtailedR", "ShowStageMortality", "ShowStableStageDistribution", "ShowStageSurvivalship",
+    "ShowSProbabilityNewbornSurviveThisStage", "ShowStageSpecificSurvivalRate", "ShowLxBasedOnAdultAge",
+    "ShowMxBasedOnAdultAge", "ShowFemaleLxWithPreA", "ShowFemaleMxWithPreA", "ShowFemaleFecundityExpectancy"};
 
 // The click cycle of the console's chart; position 13 shows nothing new.
 constexpr std::array<std::string_view, 16> kClickCycle = {
@@ -247,7 +268,17 @@ std::string FigureOfCommand(std::string_view control, const std::string& shown) 
   if (control == "cmdShowTailedRo") return "ShowTailedR0";
   if (control == "cmdBootLx") return shown == "ShowBootLx" ? "ShowBootLxCI" : "ShowBootLx";
   if (control == "cmdBootMx") return shown == "ShowBootMx" ? "ShowBootMxCI" : "ShowBootMx";
+  if (control == "cmdShowFemaleFecundExpectancy") return "ShowFemaleFecundityExpectancy";
+  // The regression on adult longevity shows its residuals on a second press.
+  if (control == "cmdShowFvsAdultLong" && shown == "ShowFRegOnAdultLong") return "ShowFRegOnAdultLongResidual";
   return RegressionFigureOfCommand(control);
+}
+
+void WriteFigureFile(const SessionStore& S, std::string_view figure) {
+  if (figure == "ShowFemaleFecundityExpectancy")
+    WriteFemaleFecundityExpectancyFile(S);
+  else
+    WriteFecundityRegressionFile(S, figure);
 }
 
 }  // namespace korvan

@@ -2,9 +2,11 @@
 // The figures of a life table as ChartPanel data, built from the store: the age-stage figures
 // of the Basic Run, the bands of the bootstrap, the frequencies of r and R0, and the click
 // cycle of the console's chart. A figure built before its data exist shows zeros.
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "store/session_store.h"
 #include "ui/chart_panel.h"
@@ -41,6 +43,13 @@ ChartPanel ShowBootMxCI(const SessionStore& S);
 // Class counts of R0 and r (the console's second chart).
 ChartPanel ShowFreqR0(const SessionStore& S);
 ChartPanel ShowFreqr(const SessionStore& S);
+// The frequency form: its twins of the two charts above ("N =" for the sample size), and how
+// often each individual was drawn over all samples, as bars with gaps, as touching bars, as a
+// thin line or as a thick line.
+ChartPanel FreqFormR0(const SessionStore& S);
+ChartPanel FreqFormr(const SessionStore& S);
+enum class IndividualCountsForm { Bars, ContinuousBars, Line, ContinuousLine };
+ChartPanel IndividualCounts(const SessionStore& S, IndividualCountsForm form);
 // Cumulative frequencies in probits against the value with the fitted line ("Observed",
 // "Expected"): of bootstrap R0 after a bootstrap, of the list of "N. Normality"; and of R0 as a
 // percentage.
@@ -52,18 +61,63 @@ ChartPanel ShowCumuFreqSigmoid(const SessionStore& S);
 ChartPanel ShowFreqForm(const std::string& title, const std::string& xTitle, const std::vector<double>& values,
                         const std::vector<double>& counts);
 
-// The frame of a figure by age: title, fonts, axes, and the rows of ages 0..lastAge labelled
-// by the time unit; the caller adds the series.
+// Stage figures: bars, one row per stage 1..m+1 under the stage's name.
+ChartPanel ShowStageMortality(const SessionStore& S);
+ChartPanel ShowStableStageDistribution(const SessionStore& S);
+ChartPanel ShowStageSurvivalship(const SessionStore& S);
+ChartPanel ShowSProbabilityNewbornSurviveThisStage(const SessionStore& S);
+ChartPanel ShowStageSpecificSurvivalRate(const SessionStore& S);
+// The Euler-Lotka function around the Basic Run's r, so that one sees where it crosses:
+// f(r) = the sum of l(x) exp(-r a) m(x) (crossing 1), f(lambda) = the same sum at r = ln(lambda)
+// minus 1 (crossing 0), over the rates of EulerLotkaGrid.
+ChartPanel ShowFunctionR(const SessionStore& S);
+ChartPanel ShowFunctionLambda(const SessionStore& S);
+// 41 rates evenly spaced over [r - d, r + d] with d = max(0.05, |r|/2).
+std::vector<double> EulerLotkaGrid(double r);
+// The female age-specific life table read on the adult-age axis, as if all females had
+// emerged on the same day: wrong on purpose, and titled so. From adult emergence, and behind
+// the rounded mean preadult duration.
+ChartPanel ShowLxBasedOnAdultAge(const SessionStore& S);
+ChartPanel ShowMxBasedOnAdultAge(const SessionStore& S);
+ChartPanel ShowFemaleLxWithPreA(const SessionStore& S);
+ChartPanel ShowFemaleMxWithPreA(const SessionStore& S);
+// Fexp(x), the eggs a female alive at age x is still expected to lay: the sum over y >= x of
+// f(y,female) s'(y), where s'(y) is her chance of being alive at y (the product of
+// g(z,female) for z = x..y-1); 0 where no female is alive. Ages 0..LastAge+1.
+std::vector<double> CalculateFemaleFecundityExpectancy(const SessionStore& S);
+ChartPanel ShowFemaleFecundityExpectancy(const SessionStore& S);
+// "<base>_7_Fig_female fecundity expectancy.txt": "Age" (in days), "Expect fecundity".
+void WriteFemaleFecundityExpectancyFile(const SessionStore& S);
+
+// The data file a figure leaves beside the data file when it is drawn from its button (the
+// regressions, the expected fecundity); nothing for the others. A file that can't be written
+// ends the program (ProgramEnd).
+void WriteFigureFile(const SessionStore& S, std::string_view figure);
+
+// The last row's age of the figures by age: LastAge + 1, within the store's ages.
+int LastRowAge(const SessionStore& S);
+// The number of stages m, within the store's stages; the figures show m + 1 (two adult ones).
+int FigureStageCount(const SessionStore& S);
+// The frame of every figure: title and its font, legend, the two axes' titles and fonts.
+ChartPanel FigureFrame(const char* figure, std::vector<std::string> title, const char* yTitle, const char* xTitle);
+// The frame of a figure by age: the rows of ages 0..lastAge labelled by the time unit; the
+// caller adds the series.
 ChartPanel AgeFigure(const SessionStore& S, const char* figure, std::vector<std::string> title,
                      const char* yTitle, const char* xTitle, int lastAge);
+// A figure by age of one series, value(a) for a = 0..lastAge, named by the Y title.
+ChartPanel AgeSeriesFigure(const SessionStore& S, const char* figure, std::vector<std::string> title,
+                           const char* yTitle, const char* xTitle, int lastAge,
+                           const std::function<double(int)>& value);
 
 // A figure by the name of its Show procedure; an empty panel for a name that has none.
 ChartPanel BuildFigure(const SessionStore& S, std::string_view figure);
 // Whether BuildFigure knows the name.
 bool IsFigureBuilt(std::string_view figure);
 
-// The figures of the large graph window, in the order offered.
+// The figures of the large graph window, in the order offered: the click cycle's first, then
+// the further figures of a Basic Run.
 std::span<const std::string_view> LargeGraphFigures();
+inline constexpr std::size_t kLargeGraphCycleFigures = 15;
 
 // The figure the console's chart shows on a click, given the figure it shows now and the
 // click counter (0..15, advanced here). Empty when the click changes nothing: a group-reared

@@ -35,6 +35,7 @@ struct ChartPanel {
   std::string figure;             // the Show procedure that built it: "ShowSxj"
   std::string chart = "MSChart1"; // where it is shown: the console's chart or "MSChart2"
   ChartKind kind = ChartKind::Line;
+  double barWidth = 1.0;  // share of a row's place a bar takes: 1 leaves no gap between bars
   std::vector<std::string> title;  // lines of the title
   ChartFont titleFont;
   bool legend = true;

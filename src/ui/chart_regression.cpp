@@ -7,6 +7,7 @@
 #include "store/rules.h"
 #include "text/numbers.h"
 #include "text/text_file.h"
+#include "ui/chart_figures.h"
 
 namespace korvan {
 
@@ -33,17 +34,23 @@ RegressionFit RegressionAnalysis(const std::vector<double>& x, const std::vector
 
 namespace {
 
+enum class Against { TotalLongevity, AdultLongevity, OviDays };
+
 struct RegressionKind {
   const char* figure;
-  const char* control;
-  const char* what;   // "total longevity" in the title
-  const char* xName;  // "Total longevity"
+  const char* control;  // the button; empty for a figure reached otherwise
+  const char* what;     // "total longevity" in the title
+  const char* xName;    // "Total longevity"
+  Against x;
+  bool residuals = false;  // observed minus fitted against X, with the line at 0
 };
 
 constexpr RegressionKind kKinds[] = {
-    {"ShowFRegOnTotalLong", "cmdShowFvsTotalLong", "total longevity", "Total longevity"},
-    {"ShowFRegOnAdultLong", "cmdShowFvsAdultLong", "adult longevity", "Adult longevity"},
-    {"ShowFRegOnOviDays", "cmdFecundityVsOvidays", "oviposition days", "Oviposition days"},
+    {"ShowFRegOnTotalLong", "cmdShowFvsTotalLong", "total longevity", "Total longevity", Against::TotalLongevity},
+    {"ShowFRegOnAdultLong", "cmdShowFvsAdultLong", "adult longevity", "Adult longevity", Against::AdultLongevity},
+    {"ShowFRegOnOviDays", "cmdFecundityVsOvidays", "oviposition days", "Oviposition days", Against::OviDays},
+    {"ShowFRegOnAdultLongResidual", "", "adult longevity (residuals)", "Adult longevity", Against::AdultLongevity,
+     true},
 };
 
 const RegressionKind* KindOf(std::string_view figure) {
@@ -68,10 +75,11 @@ std::vector<Female> Females(const SessionStore& S, const RegressionKind& kind) {
   for (int i = 1; i <= n; ++i) {
     if (C.IndividualSex(i) != "F") continue;
     double x = 0;
-    if (kind.figure == std::string_view("ShowFRegOnTotalLong")) x = w.Longevity(i);
-    else if (kind.figure == std::string_view("ShowFRegOnAdultLong"))
-      x = TimeUnitToDays(std::fabs(C.StageDuration(i, m)), S.settings.TimeUnit);
-    else x = w.OviDays(i);
+    switch (kind.x) {
+      case Against::TotalLongevity: x = w.Longevity(i); break;
+      case Against::AdultLongevity: x = TimeUnitToDays(std::fabs(C.StageDuration(i, m)), S.settings.TimeUnit); break;
+      case Against::OviDays: x = w.OviDays(i); break;
+    }
     out.push_back({C.IndividualNo(i), x, w.TotalFecundity(i)});
   }
   return out;
@@ -85,21 +93,18 @@ ChartPanel Regression(const SessionStore& S, const RegressionKind& kind) {
     y.push_back(f.fecundity);
   }
   const RegressionFit fit = RegressionAnalysis(x, y);
-  ChartPanel c;
-  c.figure = kind.figure;
-  c.title = {std::string("Regression of fecundity vs. ") + kind.what + ". " + "a =" + FullPrecision(fit.a) +
-             ". b =" + FullPrecision(fit.b) + ". R^2 =" + FullPrecision(fit.r2)};
-  c.x.title = kind.xName;
-  c.x.font = {"Times New Roman", 14, true};
-  c.y.title = "Fecundity";
-  c.y.font = c.x.font;
+  ChartPanel c = FigureFrame(kind.figure,
+                             {std::string("Regression of fecundity vs. ") + kind.what + ". " + "a =" +
+                              FullPrecision(fit.a) + ". b =" + FullPrecision(fit.b) + ". R^2 =" + FullPrecision(fit.r2)},
+                             "Fecundity", kind.xName);
   std::stable_sort(females.begin(), females.end(), [](const Female& a, const Female& b) { return a.x < b.x; });
   ChartSeries observed{"Observed", 1, {}, true}, expected{"Expected", 2, {}, false};
   for (const auto& f : females) {
     c.rowLabels.push_back(FullPrecision(f.x));
     c.xValues.push_back(f.x);
-    observed.values.push_back(f.fecundity);
-    expected.values.push_back(fit.a + fit.b * f.x);
+    const double fitted = fit.a + fit.b * f.x;
+    observed.values.push_back(kind.residuals ? f.fecundity - fitted : f.fecundity);
+    expected.values.push_back(kind.residuals ? 0 : fitted);
   }
   c.series = {std::move(observed), std::move(expected)};
   return c;
@@ -110,10 +115,11 @@ ChartPanel Regression(const SessionStore& S, const RegressionKind& kind) {
 ChartPanel ShowFRegOnTotalLong(const SessionStore& S) { return Regression(S, kKinds[0]); }
 ChartPanel ShowFRegOnAdultLong(const SessionStore& S) { return Regression(S, kKinds[1]); }
 ChartPanel ShowFRegOnOviDays(const SessionStore& S) { return Regression(S, kKinds[2]); }
+ChartPanel ShowFRegOnAdultLongResidual(const SessionStore& S) { return Regression(S, kKinds[3]); }
 
 std::string RegressionFigureOfCommand(std::string_view control) {
   for (const auto& k : kKinds) {
-    if (control == k.control) return k.figure;
+    if (!control.empty() && control == k.control) return k.figure;
   }
   return "";
 }
@@ -122,7 +128,7 @@ void WriteFecundityRegressionFile(const SessionStore& S, std::string_view figure
   const RegressionKind* kind = KindOf(figure);
   if (!kind) return;
   // The adult file has no ending; the others all go to the total longevity file.
-  const bool adult = figure == std::string_view("ShowFRegOnAdultLong");
+  const bool adult = kind->x == Against::AdultLongevity;
   TextFile f(OutputName(S, adult ? "_G_Adult longevity and fecundity" : "_G_Total longevity and fecundity.txt"));
   f.Write("Ind. no.", kind->xName, "Total fecundity");
   for (const auto& female : Females(S, *kind)) f.Write(female.number, female.x, female.fecundity);

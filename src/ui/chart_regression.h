@@ -23,6 +23,9 @@ RegressionFit RegressionAnalysis(const std::vector<double>& x, const std::vector
 ChartPanel ShowFRegOnTotalLong(const SessionStore& S);
 ChartPanel ShowFRegOnAdultLong(const SessionStore& S);
 ChartPanel ShowFRegOnOviDays(const SessionStore& S);
+// The residuals of the regression on adult longevity (observed minus fitted) against adult
+// longevity: "Observed" the residuals, "Expected" 0.
+ChartPanel ShowFRegOnAdultLongResidual(const SessionStore& S);
 
 // The figure of a regression command ("cmdShowFvsTotalLong", ...); empty for another.
 std::string RegressionFigureOfCommand(std::string_view control);

@@ -52,6 +52,8 @@ constexpr std::array kCommands = {
     CommandInfo{"", "cmdCurtailedR", "Curtailed r", "Intrinsic rates of the curtailed life tables", F, "", false},
     CommandInfo{"", "Command42", "Next quiz", "Go to the next teaching quiz", F, "", false},
     CommandInfo{"", "Command4", "Large graph", "Show the chart in a large window", F, "", false},
+    // The Tukey-Kramer table of a pooled file of bootstrap results.
+    CommandInfo{"", "TukeyQ5TableInput", "Tukey table", "Tukey-Kramer table of the bootstrap results of three or more treatments (pooled file)", F, "", true},
     CommandInfo{"", "Command1", "Quit", "Quit this program", F, "", true},
 
     // Main figures: shown once Basic Run has run.
@@ -122,6 +124,16 @@ void SetStartUpConsole(ConsoleState& console) {
 void EnableAllButtonsForImage(ConsoleState& console) {
   for (const auto& command : kCommands) console.Enable(std::string(command.control));
   for (const char* frame : {"Frame1", "Frame4", "Frame5"}) console.Show(frame);
+}
+
+void DisableAllButtonsForCartesian(ConsoleState& console) {
+  for (const auto& command : kCommands)
+    if (command.control != "cmdCartesianDifference" && command.control != "Command1")
+      console.Disable(std::string(command.control));
+  console.Show("Frame1", false);
+  console.Show("Frame5", false);
+  console.Show("Frame4");
+  console.Show("Frame6");
 }
 
 bool IsCommandOpen(const ConsoleState& console, const CommandInfo& command) {

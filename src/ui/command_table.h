@@ -42,6 +42,10 @@ void SetStartUpConsole(ConsoleState& console);
 // to a console that a run has closed (two clicks on the date label).
 void EnableAllButtonsForImage(ConsoleState& console);
 
+// Closes every command but "Q. CartesianPT" and Quit, hides the figures (Frame1, Frame5) and
+// shows the main procedures (Frame4, Frame6): what the Cartesian test leaves behind.
+void DisableAllButtonsForCartesian(ConsoleState& console);
+
 // Whether a command can be pressed now: enabled, and its frame shown.
 bool IsCommandOpen(const ConsoleState& console, const CommandInfo& command);
 

@@ -58,6 +58,10 @@ constexpr ConsoleRule kRules[] = {
     {kC, "C settled", {}, {kA1, kA2, kA3, kPooled}, {}, {}},
     {kPooled, "PBT pooled begins", {}, {kA1, kA2, kA3, kC}, {}, {}},
     {kC, "Paired test done", {}, {kPooled, "cmdMatchedLifeTable", "FMNmatrices"}, {"MSFlexGrid1"}, {}},
+    // "Q. CartesianPT" closes the console as it begins (DisableAllButtonsForCartesian).
+    {"cmdCartesianDifference", "Cartesian test done", {}, {}, {"MSFlexGrid1"}, {}},
+    // The Tukey table of a pooled file.
+    {"TukeyQ5TableInput", "Tukey table done", {}, {}, {"MSFlexGrid1"}, {}},
 };
 
 }  // namespace

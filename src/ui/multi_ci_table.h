@@ -19,5 +19,8 @@ struct MultiCITable {
 
 // ShowMultiCIofDifference: the table from the comparison in the store.
 MultiCITable ShowMultiCIofDifference(const SessionStore& S);
+// ShowTukeyBootstrapResult: the same grid of a Tukey-Kramer table, minimum significant
+// differences above the diagonal, differences below it ("*" in front when beyond the MSD).
+MultiCITable ShowTukeyBootstrapResult(const SessionStore& S);
 
 }  // namespace korvan

@@ -89,8 +89,8 @@ TEST(ResultFiles, IndividualCounts) {
   ListPrompts P;
   BootIndividualCounts counts(*S, P);
   counts.CountBootstrapIndFreq();
-  EXPECT_EQ(counts.IndividualDraws(1), 4);  // once in each sample, twice in sample 2
-  EXPECT_EQ(counts.IndividualDraws(2), 2);
+  EXPECT_EQ(S->boot.IndividualDraws(1), 4);  // once in each sample, twice in sample 2
+  EXPECT_EQ(S->boot.IndividualDraws(2), 2);
   const auto lines = test::Lines(dir.file("t_0H_Boot individual counts.txt"));
   ASSERT_EQ(lines.size(), 8u);
   EXPECT_EQ(lines[5], "\"Ind. no.\",2,3");

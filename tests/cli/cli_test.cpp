@@ -64,9 +64,9 @@ TEST(CommandLine, UsageErrorsEndWithCodeTwo) {
   EXPECT_NE(closed.err.find("A2. Basic Run is closed: it opens after A1. Read data."), std::string::npos)
       << closed.err;
 
-  const CliResult unbuilt = RunKorvan(folder, "q");
+  const CliResult unbuilt = RunKorvan(folder, "m");
   EXPECT_EQ(unbuilt.code, 2);
-  EXPECT_NE(unbuilt.err.find("Q. CartesianPT: not available yet"), std::string::npos) << unbuilt.err;
+  EXPECT_NE(unbuilt.err.find("M. Count LT: not available yet"), std::string::npos) << unbuilt.err;
 
   EXPECT_EQ(RunKorvan(folder, "").code, 2);
   EXPECT_EQ(RunKorvan(folder, "--no-such-option A1").code, 2);
@@ -227,6 +227,102 @@ TEST(CommandLine, AFileThatCannotBeWrittenEndsTheRun) {
           << name << " left " << file << " not whole";
     }
   }
+}
+
+}  // namespace
+}  // namespace korvan
+
+namespace korvan {
+namespace {
+
+// The rows of summary.csv by treatment, each a map of column name to cell.
+std::vector<std::map<std::string, std::string>> CsvRows(const std::string& path) {
+  std::istringstream in(test::ReadFile(path));
+  std::string line;
+  auto split = [](const std::string& s) {
+    std::vector<std::string> cells;
+    std::string cell;
+    bool quoted = false;
+    for (char c : s) {
+      if (c == '"') quoted = !quoted;
+      else if (c == ',' && !quoted) cells.push_back(std::exchange(cell, ""));
+      else cell += c;
+    }
+    cells.push_back(cell);
+    return cells;
+  };
+  std::getline(in, line);
+  const auto head = split(line);
+  std::vector<std::map<std::string, std::string>> rows;
+  while (std::getline(in, line)) {
+    const auto cells = split(line);
+    EXPECT_EQ(cells.size(), head.size()) << line;
+    std::map<std::string, std::string> row;
+    for (std::size_t k = 0; k < head.size() && k < cells.size(); ++k) row[head[k]] = cells[k];
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+// What follows `label` on the first line that holds it.
+std::string After(const std::string& text, const std::string& label) {
+  const auto at = text.find(label);
+  if (at == std::string::npos) return "";
+  const auto end = text.find('\n', at);
+  return text.substr(at + label.size(), end - at - label.size());
+}
+
+TEST(CommandLine, AnalyzeSummarisesTreatmentsWithTheirTestsLetters) {
+  test::TempDir folder;
+  std::filesystem::copy_file(KORVAN_EXAMPLES "/mite.txt", folder.file("mite.txt"));
+  std::filesystem::copy_file(KORVAN_EXAMPLES "/../bench/beetle.txt", folder.file("beetle.txt"));
+  std::filesystem::create_directory(folder.file("second"));
+  std::filesystem::copy_file(KORVAN_EXAMPLES "/mite.txt", folder.file("second/mite.txt"));
+  const CliResult run =
+      RunKorvan(folder, "analyze mite.txt beetle.txt second/mite.txt --bootstrap 300 --seed 9 --quiet --out results");
+  ASSERT_EQ(run.code, 0) << run.err;
+  const auto rows = CsvRows(folder.file("results/summary.csv"));
+  ASSERT_EQ(rows.size(), 3u);
+  // Each treatment's r and R0 with their SEs as its own bootstrap report gives them (the third
+  // is the first cohort again, copied to the results folder under a name of its own).
+  const std::string bases[] = {"results/mite", "results/beetle", "results/mite-2"};
+  for (int t : {0, 1, 2}) {
+    const std::string report = test::ReadFile(folder.file(bases[t] + "_0B_Bootstrap_Output.txt"));
+    // Read back from the column file, the SE may differ in its last digit.
+    const double reportedSE = std::stod(After(report, "SE of boot-r calculated again = "));
+    EXPECT_NEAR(std::stod(rows[t].at("r_SE")), reportedSE, 1e-13);
+    std::istringstream original(After(report, "ORIGINAL")), se(After(report, "S.E."));
+    double r = 0, lambda = 0, R0 = 0, rSE = 0, lambdaSE = 0, R0SE = 0;
+    original >> r >> lambda >> R0;
+    se >> rSE >> lambdaSE >> R0SE;
+    EXPECT_NEAR(std::stod(rows[t].at("r")), r, 1e-6);
+    EXPECT_NEAR(std::stod(rows[t].at("R0")), R0, 0.005);
+    EXPECT_NEAR(std::stod(rows[t].at("R0_SE")), R0SE, 1e-5);
+  }
+  EXPECT_EQ(rows[0].at("r"), rows[2].at("r"));
+  EXPECT_NE(rows[0].at("r_SE"), rows[2].at("r_SE"));  // a stream of its own for each treatment
+  // The letters of r as the paired test's letter table gives them, row by row (the row names
+  // the treatment's SE).
+  const std::string test = test::ReadFile(folder.file("results/24-Paired boot test results-r.txt"));
+  const std::string table = test.substr(test.find("Preliminary table"));
+  for (const auto& row : rows) {
+    const auto at = table.find(row.at("r_SE").substr(0, 12));
+    ASSERT_NE(at, std::string::npos) << row.at("r_SE");
+    const auto end = table.find('\n', at);
+    std::string letters = table.substr(at, end - at);
+    letters = letters.substr(letters.find_last_of(' ') + 1);
+    EXPECT_EQ(row.at("r_letters"), letters);
+  }
+  EXPECT_NE(rows[0].at("r_letters"), rows[1].at("r_letters"));
+  EXPECT_NE(run.out.find("| Treatment | n |"), std::string::npos);
+  EXPECT_NE(test::ReadFile(folder.file("results/summary.md")).find("Seed 9 "), std::string::npos);
+
+  // A different file of the same name in the results folder is not overwritten.
+  std::filesystem::create_directory(folder.file("other"));
+  test::WriteFile(folder.file("other/mite.txt"), "not the cohort");
+  const CliResult clash = RunKorvan(folder, "analyze mite.txt --bootstrap 300 --seed 9 --quiet --out other");
+  EXPECT_EQ(clash.code, 2);
+  EXPECT_EQ(test::ReadFile(folder.file("other/mite.txt")), "not the cohort");
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "comparison/paired_test.h"
 #include "support/fake_prompts.h"
 #include "support/test_support.h"
+#include "ui/command_table.h"
 #include "ui/multi_ci_table.h"
 
 namespace korvan {
@@ -263,6 +264,130 @@ TEST(PairedBootTest, ColumnFilesOfBootstrapRunsCompare) {
     EXPECT_EQ(c.TreatmentN(1), 24);
     EXPECT_TRUE(Has(run.report, " Number of treatments =" + PrintNumber(static_cast<double>(n))));
   }
+}
+
+}  // namespace
+}  // namespace korvan
+
+namespace korvan {
+namespace {
+
+// "Q. CartesianPT" over the given files from inside dir; detailed or not.
+struct CartesianRun {
+  Session S;
+  FakePrompts prompts;
+  std::string report;
+  void Command(const TempDir& dir, const std::vector<std::string>& files, bool detailed = false) {
+    SetStartUpConsole(S.console);
+    prompts.Answer("Do you need detailed info?", detailed ? "Yes" : "No")
+        .Answer("Do you need flow record?", "No")
+        .Answer("Detailed differences", detailed ? "Yes" : "No")
+        .Answer("Read data file one by one for paired comparison using Cartesian Product",
+                std::to_string(files.size()))
+        .Answer("Transformation?", "0")
+        .Answer("Add a code to the output filename?", "1")
+        .Answer("Task completed", "OK");
+    for (std::size_t i = 0; i < files.size(); ++i) prompts.Answer("Input treatment " + std::to_string(i + 1), files[i]);
+    const auto here = std::filesystem::current_path();
+    std::filesystem::current_path(dir.path());
+    try {
+      PairedTestCommands(S, prompts).cmdCartesianDifference_Click();
+    } catch (...) {
+      std::filesystem::current_path(here);
+      throw;
+    }
+    std::filesystem::current_path(here);
+    report = ReadFile(dir.file(S.comparison.ReportName));
+  }
+};
+
+std::vector<double> Counting(int from, int to) {
+  std::vector<double> v;
+  for (int k = from; k <= to; ++k) v.push_back(k);
+  return v;
+}
+
+TEST(CartesianTest, EveryDifferenceCountedAndPOverThePairsOwnC) {
+  TempDir dir;
+  // High {1, 3} (mean 2) against Low {1, 1, 1} (mean 1, D = 1): the differences are 0 and 2,
+  // exactly 0 and 2D, none of them "different": P = 6/6. Mid {1.5, 1.5} (mean 1.5).
+  const auto high = ColumnFile(dir, "high.txt", "High", 2, 2, {1, 3});
+  const auto low = ColumnFile(dir, "low.txt", "Low", 3, 1, {1, 1, 1});
+  const auto mid = ColumnFile(dir, "mid.txt", "Mid", 4, 1.5, {1.5, 1.5, 1.5, 1.5});
+  CartesianRun run;
+  run.Command(dir, {low, mid, high});
+  const auto& c = run.S.comparison;
+  ASSERT_EQ(c.TreatmentTitle(1), "High-r");
+  ASSERT_EQ(c.TreatmentTitle(3), "Low-r");
+  EXPECT_EQ(c.TreatmentBootCount(2), 4);
+  EXPECT_EQ(c.PairOutsideCount(1, 3), 6);
+  EXPECT_EQ(c.PairP(1, 3), 1);
+  EXPECT_EQ(c.PairP(3, 1), 1);
+  // High - Mid: four of -0.5 and four of 1.5 with D = 0.5, 2D = 1: all eight outside. Mid - Low:
+  // twelve of 0.5, all inside: P = 0 over C = 12, whatever the B of treatment 1.
+  EXPECT_EQ(c.PairOutsideCount(1, 2), 8);
+  EXPECT_EQ(c.PairInsideCount(2, 3), 12);
+  EXPECT_EQ(c.PairP(2, 3), 0);
+  EXPECT_DOUBLE_EQ(c.CartMeanDiff(1, 3), 1);
+  EXPECT_DOUBLE_EQ(c.CartVar(1, 3), 6.0 / 5);  // three 0s and three 2s about their mean 1
+  EXPECT_EQ(c.PairPctLower(1, 3), 0);
+  EXPECT_EQ(c.PairPctUpper(1, 3), 2);
+  EXPECT_TRUE(Has(run.report, " Number of Cartesian products (C)= 6 "));
+  EXPECT_TRUE(Has(run.report, " # P-value (based on 12  Cartesian differences) =  0 "));
+  EXPECT_TRUE(Has(run.report, "Table 4 . Differences between treatments (Cartesian product test)"));
+  EXPECT_FALSE(Has(run.report, " Bootstrap number (B) ="));
+  // The console is closed but for Q (and Quit); the grid is shown.
+  EXPECT_TRUE(run.S.console.IsEnabled("cmdCartesianDifference"));
+  EXPECT_FALSE(run.S.console.IsEnabled("cmdPairedBootTest"));
+  EXPECT_FALSE(run.S.console.IsVisible("Frame1"));
+  EXPECT_TRUE(run.S.console.IsVisible("MSFlexGrid1"));
+
+  // Equal means: D = 0, every difference counts as none, P = 1.
+  CartesianRun same;
+  same.Command(dir, {high, high});
+  EXPECT_EQ(same.S.comparison.PairP(1, 2), 1);
+  EXPECT_TRUE(Has(same.report, " * No signif. diff. btw. treatments."));
+}
+
+TEST(CartesianTest, PercentilePlacesOfAMillionDifferences) {
+  TempDir dir;
+  // 1..1000 against a thousand zeros: each value a appears 1000 times, at places 1000(a-1)+1 to
+  // 1000a of the ascending list. Places 25000 and 975000 (25000.5 and 975000.5 rounded to even)
+  // hold 25 and 975; one place further would give 26 and 976.
+  const auto up = ColumnFile(dir, "up.txt", "Up", 1000, 500, Counting(1, 1000));
+  const auto zero = ColumnFile(dir, "zero.txt", "Zero", 1000, 0, std::vector<double>(1000, 0.0));
+  CartesianRun run;
+  run.Command(dir, {zero, up});
+  const auto& c = run.S.comparison;
+  EXPECT_EQ(c.PairPctLower(1, 2), 25);
+  EXPECT_EQ(c.PairPctUpper(1, 2), 975);
+  EXPECT_DOUBLE_EQ(c.CartMeanDiff(1, 2), 500.5);
+  // Variance of 1..1000 each taken 1000 times, over C - 1.
+  EXPECT_NEAR(c.CartVar(1, 2), (1000.0 * 1000 * (1000.0 * 1000 - 1) / 12) / (1e6 - 1), 1e-6);
+  EXPECT_EQ(c.PairP(1, 2), 0);
+  EXPECT_TRUE(Has(run.report, " # Because B is limited, if P = 0, you can report P < 0.001."));
+}
+
+TEST(CartesianTest, AProductBeyondTheBoundEndsWithEarlierFilesWhole) {
+  TempDir dir;
+  // Big (B = 1001, the largest mean), Two (B = 2), Small (B = 1000): the pair Big-Two is
+  // written in detail; Big-Small has 1,001,000 products.
+  const auto big = ColumnFile(dir, "big.txt", "Big", 1001, 2000, Counting(1000, 2000));
+  const auto two = ColumnFile(dir, "two.txt", "Two", 2, 500, {500, 500});
+  const auto small = ColumnFile(dir, "small.txt", "Small", 1000, 0, std::vector<double>(1000, 0.0));
+  CartesianRun run;
+  try {
+    run.Command(dir, {two, small, big}, true);
+    FAIL() << "no fault";
+  } catch (const SubscriptFault& fault) {
+    EXPECT_EQ(fault.array, "DifferenceForward");
+  }
+  const std::string all = ReadFile(dir.file("25A-Cartesian diff_5-r-1 to 2_diff-All (for N. sort).txt"));
+  EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 7 + 2002);
+  EXPECT_TRUE(Has(all, "\"Treatment sample sizes are 30 and 30\"\n2002\n"));
+  const std::string insig = ReadFile(dir.file("25A-Cartesian diff_11-r-1 to 2_diff-inSigB.txt"));
+  EXPECT_TRUE(Has(insig, "\"Cart. prod. number\",\"Insig. difference\"\n"));
+  EXPECT_FALSE(std::filesystem::exists(dir.file("25A-Cartesian diff_5-r-1 to 3_diff-All (for N. sort).txt")));
 }
 
 }  // namespace

@@ -162,6 +162,11 @@ TEST(FuzzCorpus, ColumnFilesArePairedOrEndAsTheProgramEnds) {
                 "R0_with_serial_numbers.txt", "r_small_cohort_negative_values.txt", "path_in_label.txt"});
   // Numbers beyond what the program's numbers hold.
   ExpectEnding(endings, Ending::OverflowFault, {"B_beyond_long.txt", "huge_values.txt", "infinite_value.txt"});
+  // Every difference of the file's values with the fixed treatment's 20 in the Cartesian test.
+  for (const auto& [file, values] : small) {
+    EXPECT_EQ(endings[file].cartesianEnding, Ending::Ran) << file;
+    EXPECT_EQ(endings[file].cartesianDifferences, 20.0 * static_cast<double>(values - 20)) << file;
+  }
 }
 
 TEST(FuzzCorpus, PooledFilesArePairedOrEndAsTheProgramEnds) {
@@ -187,6 +192,14 @@ TEST(FuzzCorpus, PooledFilesArePairedOrEndAsTheProgramEnds) {
   ExpectEnding(endings, Ending::OverflowFault, {"count_beyond_integer.txt", "infinite_values.txt", "one_value_each.txt"});
   // More treatments than the arrays hold.
   ExpectEnding(endings, Ending::SubscriptFault, {"twelve_treatments.txt"});
+  // As the file of a Tukey table: a table of four treatments; a treatment of one value or of a
+  // sample size of 0 has no SE and ends the run; fewer than three treatments write nothing.
+  EXPECT_EQ(endings["tukey_four_treatments.txt"].tukeyEnding, Ending::Ran);
+  EXPECT_EQ(endings["tukey_four_treatments.txt"].tukeyTreatments, 4);
+  for (const char* file : {"tukey_one_value.txt", "tukey_size_zero.txt"})
+    EXPECT_EQ(endings[file].tukeyEnding, Ending::ProgramEnd) << file;
+  for (const char* file : {"two_treatments.txt", "one_treatment.txt", "empty.txt"})
+    EXPECT_EQ(endings[file].tukeyTreatments, 0) << file;
 }
 
 // The same files through the transforms. A data file gives the eight files of the seven

@@ -3,6 +3,7 @@
 // result fields and draws s(x,j); dialogues raised on the worker and answered on the window;
 // a bootstrap during which the window keeps turning; a fault that ends the program.
 #include <QAbstractButton>
+#include <QBarSeries>
 #include <QChart>
 #include <QDialog>
 #include <QFile>
@@ -17,6 +18,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
@@ -26,6 +28,7 @@
 #include "console_window.h"
 #include "large_graph.h"
 #include "text/numbers.h"
+#include "ui/chart_figures.h"
 #include "ui/command_table.h"
 
 using korvan::gui::ConsoleOptions;
@@ -206,11 +209,18 @@ void ConsoleWindowTest::basicRunFillsTheResultsAndDrawsTheSurvivalChart() {
   QCOMPARE(w.MainChart()->Panel().figure, std::string("ShowFRegOnTotalLong"));
   QVERIFY(qobject_cast<QScatterSeries*>(w.MainChart()->chart()->series().at(0)));
   QVERIFY(QFile::exists(dir.filePath("mite_G_Total longevity and fecundity.txt")));
+  // The expected fecundity of females, with its file.
+  QTest::mouseClick(Button(w, "cmdShowFemaleFecundExpectancy"), Qt::LeftButton);
+  QCOMPARE(w.MainChart()->Panel().figure, std::string("ShowFemaleFecundityExpectancy"));
+  QVERIFY(QFile::exists(dir.filePath("mite_7_Fig_female fecundity expectancy.txt")));
   // The large graph opens on s(x,j), bigger.
   QTest::mouseClick(Button(w, "Command4"), Qt::LeftButton);
   QVERIFY(w.LargeGraphWindow() && w.LargeGraphWindow()->isVisible());
   QCOMPARE(w.LargeGraphWindow()->View()->Panel().figure, std::string("ShowSxj"));
   QCOMPARE(w.LargeGraphWindow()->View()->Panel().titleFont.size, 16);
+  // Its list also offers the figures beyond the click cycle: the stage bars among them.
+  w.LargeGraphWindow()->ShowFigure("ShowStageMortality");
+  QVERIFY(qobject_cast<QBarSeries*>(w.LargeGraphWindow()->View()->chart()->series().at(0)));
 
   // Charts are saved as PNG images and SVG drawings.
   const QString png = dir.filePath("chart.png"), svg = dir.filePath("chart.svg");
@@ -338,6 +348,30 @@ void ConsoleWindowTest::bootstrapKeepsTheWindowTurning() {
            korvan::FullPrecision(korvan::RoundDisplay(boot.R0.mean, 4)));
   QCOMPARE(form->findChild<QLineEdit*>("TSE")->text().toStdString(),
            korvan::FullPrecision(korvan::RoundDisplay(boot.T.se, 2)));
+
+  // The run label tells the run has ended; the chart's title rounds as the reports do.
+  QVERIFY(w.findChild<QLabel*>("lblBootMsg")->text().startsWith("Bootstrap completed (B = 300)"));
+  QVERIFY(korvan::ShowFreqR0(w.Store()).title[0].find(
+              ". Mean=" + korvan::FullPrecision(korvan::RoundDisplay(boot.R0.mean, 4)) + ". ") != std::string::npos);
+
+  // The frequency form: R0 with "N =", and the draws of each individual (n of them a sample).
+  QTest::mouseClick(Button(w, "FreqFormButton"), Qt::LeftButton);
+  auto* freqForm = w.findChild<QWidget*>("FreqForm");
+  QVERIFY(freqForm && freqForm->isVisible());
+  auto* formChart = freqForm->findChild<korvan::gui::ChartView*>("FreqFormChart");
+  QVERIFY(formChart->Panel().title[0].rfind("N =100.", 0) == 0);
+  for (auto* b : freqForm->findChildren<QPushButton*>())
+    if (b->text() == "Cont. bar") QTest::mouseClick(b, Qt::LeftButton);
+  QCOMPARE(formChart->Panel().figure, std::string("ShowIndCountsContinuous"));
+  double draws = 0;
+  for (double v : formChart->Panel().series[0].values) draws += v;
+  QCOMPARE(draws, 300.0 * boot.BootSampleSize);
+
+  // The results form: a row per age of the Basic Run.
+  QTest::mouseClick(Button(w, "ResultFmButton"), Qt::LeftButton);
+  auto* results = w.findChild<QDialog*>("ResultFm");
+  QVERIFY(results && results->isVisible());
+  QCOMPARE(results->findChild<QTableWidget*>("ResultGrid")->rowCount(), w.Store().ws.tables.LastAge + 2);
 }
 
 void ConsoleWindowTest::faultShowsItsBoxAndEndsTheProgram() {

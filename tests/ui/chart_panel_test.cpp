@@ -3,13 +3,18 @@
 // and frequencies, and the texts of the console's labels.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <set>
+#include <sstream>
 
 #include "run/run_context.h"
+#include "support/cohort.h"
 #include "support/test_support.h"
 #include "ui/chart_figures.h"
+#include "ui/chart_regression.h"
 #include "commands/command_handlers.h"
 #include "ui/command_table.h"
 #include "commands/run_command.h"
@@ -27,15 +32,19 @@ class ChartRecorder : public ScriptedPrompts {
   std::vector<ChartPanel> shown;
 };
 
-// A1 (not a Fast Run) and A2 on the bundled example, every other dialogue at its default.
+// A1 (not a Fast Run) and A2 on the bundled example, or on the cohort of a data file's text,
+// every other dialogue at its default.
 struct MiteSession {
   test::TempDir dir;
   std::unique_ptr<Session> store = std::make_unique<Session>();
   Session& S = *store;
   std::unique_ptr<ChartRecorder> P;
-  explicit MiteSession(const std::string& moreAnswers = "") {
+  explicit MiteSession(const std::string& moreAnswers = "", const std::string& dataText = "") {
     const std::string data = dir.file("mite.txt");
-    std::filesystem::copy_file(std::string(KORVAN_EXAMPLES) + "/mite.txt", data);
+    if (dataText.empty())
+      std::filesystem::copy_file(std::string(KORVAN_EXAMPLES) + "/mite.txt", data);
+    else
+      test::WriteFile(data, dataText);
     P = std::make_unique<ChartRecorder>(
         AnswerBook::FromText("Open life table data file = " + data +
                              "\n"
@@ -178,6 +187,182 @@ TEST(ChartPanel, CurtailedRCommandShowsTheRunsCurtailedRates) {
   for (int a = 0; a < c.Rows(); ++a) EXPECT_EQ(c.series[0].values[static_cast<std::size_t>(a)], s.S.params.CurtailedRate(a));
 }
 
+// The numbers of the first line after the heading that starts with the label and holds
+// exactly count numbers (a table of the main report, one column per stage).
+std::vector<double> ReportRow(const std::string& report, const std::string& heading, const std::string& label,
+                              int count) {
+  std::istringstream in(report.substr(report.find(heading)));
+  for (std::string line; std::getline(in, line);) {
+    std::istringstream words(line);
+    std::string first;
+    if (!label.empty() && (!(words >> first) || first != label)) continue;
+    std::vector<double> row;
+    for (std::string w; words >> w;) {
+      char* end = nullptr;
+      const double v = std::strtod(w.c_str(), &end);
+      if (*end != 0) break;
+      row.push_back(v);
+    }
+    if (static_cast<int>(row.size()) == count) return row;
+  }
+  return {};
+}
+
+// The stage bars are the stage tables of the Basic Run's report, at its 4 decimals.
+TEST(ChartPanel, StageFiguresOfTheExampleAreTheTablesOfItsReport) {
+  MiteSession s;
+  const SessionStore& S = s.S;
+  const int m = S.header.StageCount;
+  const std::string report = test::ReadFile(s.dir.file("mite_0A_Life Table_Output.txt"));
+  const auto mortality = ReportRow(report, ". P(j): Distribution of mortality", "P(j)", m + 1);
+  const auto entered = ReportRow(report, ". P(j): Distribution of mortality", "I(j)", m + 1);
+  const auto toNext = ReportRow(report, ". Stage-specific survival rate and number", "Probability", m + 1);
+  const auto reached = ReportRow(report, ". Stage survival rate.  It is", "", m + 1);
+  const auto ssd = ReportRow(report, ". Stable stage distribution in percentage", "", m + 1);
+  ASSERT_EQ(ssd.size(), static_cast<std::size_t>(m + 1));
+  // A newborn survives stage j and develops when it reaches stage j + 1; both adult stages
+  // follow the last preadult one.
+  std::vector<double> through(reached.begin() + 1, reached.end());
+  through[static_cast<std::size_t>(m - 2)] = (entered[static_cast<std::size_t>(m - 1)] + entered.back()) / entered[0];
+  through[static_cast<std::size_t>(m - 1)] = 0;
+  through.push_back(0);
+
+  const std::string note = "Because age-specific life table cannot group individuals \n"
+                           "into stages, you will unable to get these data by using \n"
+                           "traditional female age-specific life tables.";
+  struct Expected {
+    const char* figure;
+    const char* title;
+    const char* yTitle;
+    const std::vector<double>& values;
+  };
+  const Expected figures[] = {
+      {"ShowStageMortality", "Stage mortality (the probability that a newborn will die in this stage).\n",
+       "Mortality", mortality},
+      {"ShowStableStageDistribution", "Stable stage distribution (the proportion of each stage in SASD).\n",
+       "Proportion (%)", ssd},
+      {"ShowStageSurvivalship", "This is the probability that a newborn will survive to each stage.\n",
+       "Survival rate", reached},
+      {"ShowSProbabilityNewbornSurviveThisStage",
+       "Stage survival rate (Probability that a newborn will survive \nthis stage and develop to the next stage).\n",
+       "", through},
+      {"ShowStageSpecificSurvivalRate",
+       "Stage-specific survival rate (Probability that an individual will survive \nthis stage and develop to the "
+       "next stage).\n",
+       "", toNext},
+  };
+  for (const auto& e : figures) {
+    const ChartPanel c = BuildFigure(S, e.figure);
+    EXPECT_EQ(c.figure, e.figure);
+    EXPECT_EQ(c.kind, ChartKind::Bar);
+    EXPECT_EQ(c.TitleText(), std::string(e.title) + note);
+    EXPECT_EQ(c.y.title, e.yTitle);
+    EXPECT_EQ(c.x.title, "Stage");
+    EXPECT_EQ(c.rowLabels, (std::vector<std::string>{"Egg", "Larva", "Protonymph", "Deutonymph", "Female", "Male"}));
+    ASSERT_EQ(c.Columns(), 1);
+    ASSERT_EQ(e.values.size(), static_cast<std::size_t>(m + 1)) << e.figure;
+    for (int j = 0; j <= m; ++j)
+      EXPECT_NEAR(c.series[0].values[static_cast<std::size_t>(j)], e.values[static_cast<std::size_t>(j)], 5.1e-5)
+          << e.figure << " stage " << j + 1;
+  }
+}
+
+// Three females, a male and one that dies young, worked by hand (stages S1, S2, Female):
+//   1 F  2 3 4  eggs 0 5 3 0   adult at age 5, lays 8
+//   2 F  3 2 2  eggs 4 3       adult at age 5, lays 7
+//   3 F  2 2 3  eggs 1 0 6     adult at age 4, lays 7
+//   4 M  2 3 3
+//   5 N  1 -2                  dies in S2
+TEST(ChartPanel, EulerLotkaFunctionFalseAdultTablesAndFecundityExpectancyOfAHandCohort) {
+  const std::vector<test::Individual> cohort = {
+      {"F", {2, 3, 4}, {0, 5, 3, 0}}, {"F", {3, 2, 2}, {4, 3}}, {"F", {2, 2, 3}, {1, 0, 6}},
+      {"M", {2, 3, 3}},               {"N", {1, -2}}};
+  MiteSession s("", test::DataFileText(3, cohort));
+  const SessionStore& S = s.S;
+  ASSERT_EQ(S.basic.BasicRunDone, "yes");
+  // A figure's title, Y and X titles, and its one series when the values are given.
+  auto expectFigure = [](const ChartPanel& c, const std::string& title, const std::string& yTitle,
+                         const std::string& xTitle, const std::vector<double>& byHand = {}) {
+    EXPECT_EQ(c.TitleText(), title);
+    EXPECT_EQ(c.y.title, yTitle) << c.figure;
+    EXPECT_EQ(c.x.title, xTitle) << c.figure;
+    ASSERT_EQ(c.Columns(), 1) << c.figure;
+    if (byHand.empty()) return;
+    ASSERT_EQ(c.series[0].values.size(), byHand.size()) << c.figure;
+    for (std::size_t i = 0; i < byHand.size(); ++i)
+      EXPECT_NEAR(c.series[0].values[i], byHand[i], 1e-12) << c.figure << " row " << i;
+  };
+
+  // The Euler-Lotka sum is 1 at the r found, and falls as r grows; f(lambda) is 0 at lambda.
+  const double r = S.params.R_Basic;
+  ASSERT_GT(r, 0.1);
+  const ChartPanel fr = ShowFunctionR(S);
+  expectFigure(fr, "If f(r)=1, then r is the intrinsic rate.", "f(r)", "r");
+  ASSERT_EQ(fr.Rows(), 41);
+  EXPECT_EQ(fr.series[0].label, "f(r)");
+  const double d = std::max(0.05, r / 2);
+  EXPECT_NEAR(fr.xValues.front(), r - d, 1e-12);
+  EXPECT_NEAR(fr.xValues[20], r, 1e-12);
+  EXPECT_NEAR(fr.xValues.back(), r + d, 1e-12);
+  EXPECT_NEAR(fr.series[0].values[20], 1, 1e-6);
+  for (std::size_t k = 1; k < 41; ++k) EXPECT_LT(fr.series[0].values[k], fr.series[0].values[k - 1]);
+  const ChartPanel fl = ShowFunctionLambda(S);
+  expectFigure(fl, "If f(lambda)=0 and lambda>0, then lambda is the finite rate.", "f(lambda)", "lambda");
+  ASSERT_EQ(fl.Rows(), 41);
+  EXPECT_NEAR(fl.xValues[20], S.params.Lambda_Basic, 1e-12);
+  EXPECT_NEAR(fl.series[0].values[20], 0, 1e-6);
+  EXPECT_EQ(fl.rowLabels[20], FullPrecision(RoundDisplay(S.params.Lambda_Basic, 4)));
+
+  // Adult ages 0..3 of the three females, as if all had emerged on the same day: alive 3, 3,
+  // 2, 1; eggs 0+4+1, 5+3+0, 3+6, 0 over those alive; a closing row of zeros.
+  expectFigure(ShowLxBasedOnAdultAge(S), "Adult age-specific survival rate (This is false)", "Adult l(x)",
+               "Adult age", {1, 1, 2.0 / 3, 1.0 / 3, 0});
+  expectFigure(ShowMxBasedOnAdultAge(S), "Adult age-specific fecundity (This is false)", "Adult m(x)", "Adult age",
+               {5.0 / 3, 8.0 / 3, 4.5, 0, 0});
+  // The same behind the mean preadult period (5, 5, 4 and 5 time units: 5 rounded), which 4 of
+  // 5 survive.
+  expectFigure(ShowFemaleLxWithPreA(S),
+               "Age-specific survival rate based on mean of preadult and adult age (This is false)", "l(x)", "Age",
+               {1, 0.8, 0.8, 0.8, 0.8, 0.8, 0.8, 0.8 * 2 / 3, 0.8 / 3, 0});
+  expectFigure(ShowFemaleMxWithPreA(S), "Age-specific fecundity based on adult age (This is false)", "m(x)", "Age",
+               {0, 0, 0, 0, 0, 5.0 / 3, 8.0 / 3, 4.5, 0, 0});
+
+  // Fexp(x): the females of age 5 lay 8, 7 and 6 from then on, a mean of 7; of those of age 6,
+  // 8, 3 and 6 are left, 17/3; at 7 only the first, with 3. The one female of age 4 lays 1 and
+  // then, living on, what one of age 5 lays: 8. The two that emerge at 5 are not hers (the
+  // ratio of the sums of f(y)s(y) would give 22).
+  const ChartPanel fexp = BuildFigure(S, FigureOfCommand("cmdShowFemaleFecundExpectancy", ""));
+  EXPECT_EQ(fexp.figure, "ShowFemaleFecundityExpectancy");
+  const std::vector<double> byHand = {0, 0, 0, 0, 8, 7, 17.0 / 3, 3, 0, 0};
+  expectFigure(fexp, "Age-specific life expectancy", "Fexp(x)", "Age", byHand);
+  WriteFigureFile(S, "ShowFemaleFecundityExpectancy");
+  const auto lines = test::Lines(s.dir.file("mite_7_Fig_female fecundity expectancy.txt"));
+  ASSERT_EQ(lines.size(), byHand.size() + 1);
+  EXPECT_EQ(lines[0], "\"Age\",\"Expect fecundity\"");
+  EXPECT_EQ(lines[4], "3,0");
+  EXPECT_EQ(lines[7], "6,5.66666666666667");
+
+  // Residuals of fecundity (8, 7, 7) on adult longevity (4, 2, 3): b = 1/2, a = 35/6,
+  // R2 = 0.75; in order of longevity 1/6, -1/3, 1/6 about the line at 0. A second press of the
+  // adult longevity button shows them.
+  EXPECT_EQ(FigureOfCommand("cmdShowFvsAdultLong", "ShowFRegOnAdultLong"), "ShowFRegOnAdultLongResidual");
+  const ChartPanel residuals = BuildFigure(S, "ShowFRegOnAdultLongResidual");
+  const std::string title = residuals.TitleText();
+  EXPECT_EQ(title.substr(0, title.find(". R^2 =")),
+            "Regression of fecundity vs. adult longevity (residuals). a =5.83333333333333. b =0.5");
+  EXPECT_NEAR(std::stod(title.substr(title.find(". R^2 =") + 7)), 0.75, 1e-12);
+  EXPECT_EQ(residuals.x.title, "Adult longevity");
+  EXPECT_EQ(residuals.xValues, (std::vector<double>{2, 3, 4}));
+  ASSERT_EQ(residuals.Columns(), 2);
+  EXPECT_EQ(residuals.series[0].label, "Observed");
+  EXPECT_EQ(residuals.series[1].label, "Expected");
+  const std::vector<double> residual = {1.0 / 6, -1.0 / 3, 1.0 / 6};
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_NEAR(residuals.series[0].values[i], residual[i], 1e-12);
+    EXPECT_EQ(residuals.series[1].values[i], 0);
+  }
+}
+
 TEST(ChartPanel, ClickCycleAndGraphCommands) {
   auto store = std::make_unique<Session>();
   Session& S = *store;
@@ -221,17 +406,24 @@ TEST(ChartPanel, ClickCycleAndGraphCommands) {
     }
   }
 
-  // The large graph offers its fifteen figures, each built with its own name; an unknown name
-  // gives an empty chart. Before a run every figure is zeros over the one row of age 0..1.
-  ASSERT_EQ(LargeGraphFigures().size(), 15u);
-  for (auto name : LargeGraphFigures()) {
+  // The large graph offers the fifteen figures of the click cycle, then the others of a Basic
+  // Run, each built with its own name; an unknown name gives an empty chart. Before a run
+  // every figure is zeros: the ones by age over the one row of age 0..1.
+  const auto large = LargeGraphFigures();
+  ASSERT_EQ(large.size(), kLargeGraphCycleFigures + 17);
+  for (std::size_t k = 0; k < large.size(); ++k) {
+    const std::string_view name = large[k];
     const ChartPanel c = BuildFigure(S, name);
     EXPECT_EQ(c.figure, name);
     EXPECT_FALSE(c.title.empty()) << name;
-    EXPECT_EQ(c.Rows(), 2) << name;
+    EXPECT_FALSE(c.Empty()) << name;
+    if (k < kLargeGraphCycleFigures) {
+      EXPECT_EQ(c.Rows(), 2) << name;
+    }
     for (const auto& series : c.series)
       for (double v : series.values) EXPECT_EQ(v, 0) << name;
   }
+  EXPECT_EQ(std::set<std::string_view>(large.begin(), large.end()).size(), large.size());
   EXPECT_TRUE(BuildFigure(S, "ShowNothing").Empty());
   EXPECT_FALSE(IsFigureBuilt("ShowNothing"));
 }
