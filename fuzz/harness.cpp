@@ -322,17 +322,27 @@ Outcome RunRatioFile(Workbench& bench, const std::uint8_t* data, std::size_t siz
   return {};
 }
 
+namespace {
+
+// A session at start-up whose random draws are repeated exactly: seed 1, one thread.
+std::unique_ptr<Session> SeededSession() {
+  auto S = std::make_unique<Session>();
+  S->StartUp();
+  SetStartUpConsole(S->console);
+  S->runControl.hasSeed = true;
+  S->runControl.seed = 1;
+  S->runControl.threads = 1;
+  return S;
+}
+
+}  // namespace
+
 Outcome RunListFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
   const std::string list = bench.Put("list.txt", data, size);
   for (int route = 0; route < 7; ++route) {
     const bool serial = route % 2 == 0;
     Outcome ran = Guarded([&] {
-      auto S = std::make_unique<Session>();
-      S->StartUp();
-      SetStartUpConsole(S->console);
-      S->runControl.hasSeed = true;
-      S->runControl.seed = 1;
-      S->runControl.threads = 1;
+      auto S = SeededSession();
       AcceptingPrompts P;
       P.answers["Do you need flow record?"] = kNo;
       P.answers["Data formate"] = serial ? kYes : kNo;
@@ -498,11 +508,7 @@ Outcome RunTransformsOnDataFile(Workbench& bench, const std::uint8_t* data, std:
 Outcome RunOverwinterOnAdultFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
   const std::string path = bench.Put("adult.txt", data, size);
   Outcome ran = Guarded([&] {
-    auto S = std::make_unique<Session>();
-    S->StartUp();
-    SetStartUpConsole(S->console);
-    S->runControl.hasSeed = true;
-    S->runControl.seed = 1;
+    auto S = SeededSession();
     AcceptingPrompts P;
     P.files["Open adult life table"] = path;
     P.inputs["Overwinter duration"] = "5";
