@@ -7,13 +7,17 @@
 #include <memory>
 #include <stdexcept>
 #include <system_error>
+#include <vector>
 
 #include "accepting_prompts.h"
 #include "commands/run_command.h"
+#include "input/check_data_file.h"
+#include "input/data_file_reader.h"
 #include "run/run_context.h"
 #include "store/faults.h"
 #include "text/text_file.h"
 #include "ui/command_table.h"
+#include "ui/console_rules.h"
 
 namespace korvan::fuzz {
 
@@ -330,15 +334,25 @@ Outcome RunRatioFile(Workbench& bench, const std::uint8_t* data, std::size_t siz
   return {};
 }
 
+namespace {
+
+// A session at start-up whose random draws are repeated exactly: seed 1, one thread.
+std::unique_ptr<Session> SeededSession() {
+  auto S = StartedSession();
+  S->runControl.hasSeed = true;
+  S->runControl.seed = 1;
+  S->runControl.threads = 1;
+  return S;
+}
+
+}  // namespace
+
 Outcome RunListFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
   const std::string list = bench.Put("list.txt", data, size);
   for (int route = 0; route < 7; ++route) {
     const bool serial = route % 2 == 0;
     Outcome ran = Guarded([&] {
-      auto S = StartedSession();
-      S->runControl.hasSeed = true;
-      S->runControl.seed = 1;
-      S->runControl.threads = 1;
+      auto S = SeededSession();
       AcceptingPrompts P;
       P.answers["Do you need flow record?"] = kNo;
       P.answers["Data formate"] = serial ? kYes : kNo;
@@ -398,6 +412,132 @@ Outcome RunPooledFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   bench.ExpectIntact(pooled, data, size);
   ran.tukeyTreatments = tukey.tukeyTreatments;
   ran.tukeyEnding = tukey.ending;
+  return ran;
+}
+
+namespace {
+
+// A file a transform wrote that its readers don't take: the user can't go on with it.
+struct UnreadableOutput : std::logic_error {
+  UnreadableOutput(const std::string& file, const std::string& why)
+      : std::logic_error(file + " written by a transform isn't read again: " + why) {}
+};
+
+// A1's check of a data file a transform wrote (rearing costs as the file read had them), then
+// Basic Run's reader.
+void ExpectReadAsDataFile(const std::string& file, bool costs) {
+  auto S = std::make_unique<Session>();
+  S->identity.DataFilePath = file;
+  S->options.QuietCheck = "Yes";
+  AcceptingPrompts P;
+  P.answers["Rearing cost for each stage?"] = costs ? kNo : kYes;
+  try {
+    CheckDataFile check(*S, P);
+    check.AskReproduction = false;
+    check.CheckDataFile2();
+    DataFileReader(*S, P).InputData();
+  } catch (const ProgramEnd& end) {
+    throw UnreadableOutput(file, end.title + ": " + end.message);
+  } catch (const SubscriptFault& fault) {
+    throw UnreadableOutput(file, fault.what());
+  }
+}
+
+// An immature or adult file a transform wrote, read by its reader.
+void ExpectReadAsSideTable(const std::string& file, bool immature) {
+  auto S = std::make_unique<Session>();
+  AcceptingPrompts P;
+  P.files[immature ? "Open immature life table" : "Open adult life table"] = file;
+  try {
+    if (immature)
+      DataFileReader(*S, P).InputImmatureLifeTable();
+    else
+      DataFileReader(*S, P).InputAdultLifeTable();
+  } catch (const ProgramEnd& end) {
+    throw UnreadableOutput(file, end.title + ": " + end.message);
+  } catch (const SubscriptFault& fault) {
+    throw UnreadableOutput(file, fault.what());
+  }
+}
+
+// The files in the folder but the one given, by name.
+std::vector<std::string> FilesBeside(const Workbench& bench, const std::string& given) {
+  std::vector<std::string> files;
+  for (const auto& entry : std::filesystem::directory_iterator(bench.Path()))
+    if (entry.path().string() != given) files.push_back(entry.path().string());
+  return files;
+}
+
+bool EndsWith(const std::string& s, const std::string& tail) {
+  return s.size() >= tail.size() && s.compare(s.size() - tail.size(), tail.size(), tail) == 0;
+}
+
+}  // namespace
+
+Outcome RunTransformsOnDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const bool costs = size % 2 == 1;
+  long written = 0;
+  for (const char* control : {"Command28", "Command44", "cmdAddStage", "cmdAddDurationToStage", "cmdSplitStage",
+                              "cmdSplit", "cmdReduceReprodPeriod"}) {
+    const std::string path = bench.Put("data.txt", data, size);
+    Outcome ran = Guarded([&] {
+      auto S = StartedSession();
+      ApplyConsoleRule(S->console, "A1 file checked");  // the transforms A1 opens, open without it
+      AcceptingPrompts P;
+      P.files["Open life table data file"] = path;
+      P.answers["Rearing cost for each stage?"] = costs ? kNo : kYes;
+      P.answers["Reduce rep. period"] = kYes;
+      P.inputs["Time units x =?"] = "3";
+      P.goOn = {"Non-integer developmental time", "Non-integer fecundity", "Are there more data?"};
+      Press(*S, P, control);
+      return Outcome{};
+    });
+    bench.ExpectIntact(path, data, size);
+    if (ran.ending != Ending::Ran) return ran;
+    for (const std::string& file : FilesBeside(bench, path)) {
+      if (EndsWith(file, "Immature life table.txt"))
+        ExpectReadAsSideTable(file, true);
+      else if (EndsWith(file, "Adult life table.txt"))
+        ExpectReadAsSideTable(file, false);
+      else
+        ExpectReadAsDataFile(file, costs);
+      ++written;
+    }
+  }
+  Outcome done;
+  done.filesWritten = written;
+  return done;
+}
+
+Outcome RunOverwinterOnAdultFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string path = bench.Put("adult.txt", data, size);
+  Outcome ran = Guarded([&] {
+    auto S = SeededSession();
+    AcceptingPrompts P;
+    P.files["Open adult life table"] = path;
+    P.inputs["Overwinter duration"] = "5";
+    P.inputs["Overwinter mortality"] = "0.5";
+    Press(*S, P, "cmdAddDuration");
+    return Outcome{};
+  });
+  bench.ExpectIntact(path, data, size);
+  for (const std::string& file : FilesBeside(bench, path)) {
+    ExpectReadAsSideTable(file, false);
+    ++ran.filesWritten;
+  }
+  return ran;
+}
+
+Outcome RunImmatureFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string path = bench.Put("immature.txt", data, size);
+  Outcome ran = Guarded([&] {
+    auto S = std::make_unique<Session>();
+    AcceptingPrompts P;
+    P.files["Open immature life table"] = path;
+    DataFileReader(*S, P).InputImmatureLifeTable();
+    return Outcome{};
+  });
+  bench.ExpectIntact(path, data, size);
   return ran;
 }
 

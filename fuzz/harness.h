@@ -21,6 +21,7 @@ struct Outcome {
   long bootstrapSamples = 0;  // samples of a bootstrap analysed (EffectiveCount)
   long comparedValues = 0;    // values of all treatments of a paired test (BootCount summed)
   bool detailedRun = false;   // the paired test ran its detailed route too
+  long filesWritten = 0;      // files of the transforms, each read again as its kind is read
   // The second routes of a file of treatments: its Cartesian test (every difference summed
   // over pairs) and its Tukey table (the treatments of a table written), with their endings.
   double cartesianDifferences = 0;
@@ -104,6 +105,22 @@ Outcome RunRatioFile(Workbench& bench, const std::uint8_t* data, std::size_t siz
 // differences of a paired test (two decimals). Outcome of the first route that doesn't run
 // through.
 Outcome RunListFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The bytes as a life-table data file chosen in each transform of a life table ("F. Grouping",
+// "K. 1t to xt", "Add stage+dura.", "Add time to imma.", "Split stage", "Split LT", "Reduce rep.
+// period"), each in a session of its own, the check answered so that it goes on (with rearing
+// costs for a file of odd size) and every other question at its default. Every file a transform
+// writes must pass A1's check and be read by Basic Run's reader, or, for the immature and
+// adult files, be read by their readers: one that isn't is a finding. Outcome of the first
+// transform that doesn't run through.
+Outcome RunTransformsOnDataFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The bytes as an adult life table through "O. + overwinter" (5 days, mortality 0.5, seed 1);
+// the file written must be read again.
+Outcome RunOverwinterOnAdultFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The bytes read as an immature life table.
+Outcome RunImmatureFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
 // The other treatment of RunColumnFile: 20 values of r.
 extern const char* const kColumnFile;

@@ -14,6 +14,7 @@
 #include "commands/read_data_a1.h"
 #include "commands/sort_count_commands.h"
 #include "commands/spec_boot_sample.h"
+#include "commands/transform_commands.h"
 
 namespace korvan {
 
@@ -49,6 +50,14 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdShowCumuFreqinProbit", Run<SortCountCommands, &SortCountCommands::cmdShowCumuFreqinProbit_Click>},
       {"cmdCurtailedR", Run<CurtailedRCommand, &CurtailedRCommand::cmdCurtailedR_Click>},
       {"cmdWriteSpeLifeTable", Run<SpecBootSampleCommand, &SpecBootSampleCommand::cmdWriteSpeLifeTable_Click>},
+      {"Command28", Run<TransformCommands, &TransformCommands::Command28_Click>},
+      {"Command44", Run<TransformCommands, &TransformCommands::Command44_Click>},
+      {"cmdAddDuration", Run<TransformCommands, &TransformCommands::cmdAddDuration_Click>},
+      {"cmdAddStage", Run<TransformCommands, &TransformCommands::cmdAddStage_Click>},
+      {"cmdAddDurationToStage", Run<TransformCommands, &TransformCommands::cmdAddDurationToStage_Click>},
+      {"cmdSplitStage", Run<TransformCommands, &TransformCommands::cmdSplitStage_Click>},
+      {"cmdSplit", Run<TransformCommands, &TransformCommands::cmdSplit_Click>},
+      {"cmdReduceReprodPeriod", Run<TransformCommands, &TransformCommands::cmdReduceReprodPeriod_Click>},
   };
   return handlers;
 }

@@ -61,7 +61,7 @@ void CheckDataFile::CheckDataFile2() {
   AskRearingCost();
   CheckSpecialGroup();
   CheckIndividuals();
-  AskKindOfReproduction();
+  if (AskReproduction) AskKindOfReproduction();
   CheckEndOfFile();
   in_.reset();  // the file is closed
 }

@@ -22,6 +22,10 @@ class CheckDataFile : public Procedures {
 
   void CheckDataFile2();
 
+  // The kind of reproduction is asked (and rule 15 applied) for an analysis; a transform of the
+  // file, which analyses nothing, checks the file without it.
+  bool AskReproduction = true;
+
  private:
   void CheckHead();             // project, user, treatment, N, T, m, type lines (rule 1)
   void AskRearingCost();        // "Rearing cost for each stage?" and the costs

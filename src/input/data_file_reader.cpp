@@ -181,27 +181,37 @@ void DataFileReader::SetTotalLongevity() { FormTotalLongevity(W.cohort, S.header
 
 namespace korvan {
 
+namespace {
+
+// The head of a table read apart from the data file (adult, immature): fields 1 to 6 and 8 of a
+// data file, never costs; count is field 4.
+void ReadSideTableHead(FieldReader& in, SideTableHead& h, int& count) {
+  h.ProjectName = CleanProjectName(in.ReadString());
+  h.UserName = in.ReadString();
+  h.TreatmentName = in.ReadString();
+  count = ReadInt16(in);
+  h.TypeCount = ReadInt16(in);
+  h.StageCount = ReadInt16(in);
+  for (int t = 1; t <= h.TypeCount; ++t) {
+    h.TypeCode(t) = in.ReadString();
+    for (int j = 1; j <= h.StageCount; ++j) h.StageName(t, j) = in.ReadString();
+  }
+  h.SpecialGroup(1) = in.ReadString();
+  h.SpecialGroup(2) = in.ReadString();
+  if (h.StageCount == 2) h.SpecialGroup(2) = "Adult";
+}
+
+}  // namespace
+
 void DataFileReader::InputAdultLifeTable() {
   Flow("InputAdultLifeTable");
   const std::string path = P.ChooseFile("Open adult life table");
   if (path.empty()) return;
   FieldReader in(path);
   AdultLifeTable& a = S.adult;
-  a.AdultProjectName = CleanProjectName(in.ReadString());
-  a.AdultUserName = in.ReadString();
-  a.AdultTreatmentName = in.ReadString();
-  S.identity.TreatmentName = a.AdultTreatmentName;
-  a.AdultCohortSize = ReadInt16(in);
-  a.AdultTypeCount = ReadInt16(in);
-  a.AdultStageCount = ReadInt16(in);
-  const int m = a.AdultStageCount;
-  for (int t = 1; t <= a.AdultTypeCount; ++t) {
-    a.AdultTypeCode(t) = in.ReadString();
-    for (int j = 1; j <= m; ++j) a.AdultStageName(t, j) = in.ReadString();
-  }
-  a.AdultSpecialGroup(1) = in.ReadString();
-  a.AdultSpecialGroup(2) = in.ReadString();
-  if (m == 2) a.AdultSpecialGroup(2) = "Adult";
+  a.AdultFilePath = path;
+  ReadSideTableHead(in, a.head, a.AdultCohortSize);
+  S.identity.TreatmentName = a.head.TreatmentName;
 
   for (long i = 1; i <= a.AdultCohortSize; ++i) {
     const int number = ReadInt16(in);
@@ -214,6 +224,41 @@ void DataFileReader::InputAdultLifeTable() {
     const int d = ReadInt16(in);
     a.AdultLongevity(i) = d;
     if (sex == "F") ReadFecundityList(in, a.AdultFecundity, i, d, 1);
+  }
+}
+
+void DataFileReader::InputImmatureLifeTable() {
+  Flow("InputImmatureLifeTable");
+  const std::string path = P.ChooseFile("Open immature life table");
+  if (path.empty()) return;
+  FieldReader in(path);
+  ImmatureLifeTable& im = S.immature;
+  im.ImmatureFilePath = path;
+  ReadSideTableHead(in, im.head, im.ImmatureCount);
+  const std::string correct = "\nPlease correct your data and rerun this program.";
+  auto fault = [](const std::string& message) { throw ProgramEnd{message, kDataFileErrorTitle}; };
+
+  for (long i = 1; i <= im.ImmatureCount; ++i) {
+    const std::string no = std::to_string(i);
+    const int number = ReadInt16(in);
+    const std::string sex = in.ReadString();
+    if (number != i) fault("Check data of individual no. " + std::to_string(i - 1) + " or " + no + correct);
+    if (sex != "F" && sex != "M" && sex != "N") fault("Sex of individual no. " + no + " is " + sex + "?");
+    im.ImmatureNo(i) = number;
+    im.ImmatureSex(i) = sex;
+    bool died = false;
+    for (int j = 1; j <= kMaxStage; ++j) im.ImmatureDuration(i, j) = 0;
+    for (int j = 1; j < im.head.StageCount && !died; ++j) {
+      const double d = in.ReadNumber();
+      if (d == 0) fault("Developmental time of individual no." + no + " is ZERO.");
+      if (d != std::floor(d)) fault(NonIntegerFaultText(i));
+      im.ImmatureDuration(i, j) = CInt16(d);
+      died = d < 0;
+      if (died && sex != "N")
+        fault("Individual no." + no +
+              " is type M or F without adult stage.\nIf an individual did not develop to adult, it should be type N.");
+    }
+    if (sex == "N" && !died) fault("Individual no." + no + " is N-type. But the last stage is positive.");
   }
 }
 

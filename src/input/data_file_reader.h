@@ -58,6 +58,9 @@ class DataFileReader : public Procedures {
   void InputdataBoot();
   // Asks for an adult life table ("Open adult life table") and reads it into S.adult.
   void InputAdultLifeTable();
+  // Asks for an immature life table ("Open immature life table") and reads it into S.immature.
+  // A fault of the file ends the program with the message that names the individual.
+  void InputImmatureLifeTable();
   // Reads the file of several treatments at DataFilePath into S.comparison, in the order of
   // descending means. Fewer than three treatments: a message and nothing more.
   void InputRawData();

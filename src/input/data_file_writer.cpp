@@ -46,14 +46,15 @@ void WriteLifeTableLayout(TextFile& out, const SessionStore& S, const LifeTableH
     const long row = records.rowOf ? records.rowOf(p) : p;
     const std::string& sex = records.sex(row);
     std::string line = PrintNumber(static_cast<double>(p)) + "," + sex;
-    for (int j = 1; j <= m; ++j) {
+    const int last = records.lastStage > 0 ? records.lastStage : m;
+    for (int j = records.firstStage; j <= last; ++j) {
       const double d = records.duration(row, j);
       line += "," + RecordNumber(d);
       if (d < 0) break;
     }
     out.RawText(line);
     out.NewLine();
-    if (sex != "F") continue;
+    if (sex != "F" || !records.withEggs) continue;
 
     // Days 1..d of the adult stage, then the closing -1; lines of at most 20 values.
     const double d = records.duration(row, m);
@@ -104,7 +105,12 @@ void LifeTableWriter::WriteLifeTableForModifiedFxj() {
   const std::string answer =
       P.InputBox("Enter a value between 0 and 1 to modify the fecundity", "Fecundity coefficeint", "1");
   if (answer.empty()) return;  // cancelled: no file
-  const double coefficient = NumberOfText(answer);
+  const std::optional<double> number = NumberAnswer(answer);
+  if (!number || *number < 0 || *number > 1) {
+    P.MsgBox("The coefficient \"" + answer + "\" is no number between 0 and 1. No file was written.", "Not accepted");
+    return;
+  }
+  const double coefficient = *number;
   S.identity.OutputFileName =
       OutputName(S, "_0A2_life table-modified fxj-" + FullPrecision(coefficient) + ".txt");
   TextFile out(S.identity.OutputFileName);

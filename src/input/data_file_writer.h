@@ -24,7 +24,9 @@ struct LifeTableHead {
 
 // The records to write: position p = 1..count takes the record of row rowOf(p) of the arrays
 // (the row itself when rowOf is empty). Every fecundity value but the closing -1 is written
-// multiplied by fecundityFactor.
+// multiplied by fecundityFactor. The files of a matching of preadult and adult tables hold
+// part of each record: the immature file stages 1..m-1 and no eggs, the adult life table
+// stage m and the eggs (firstStage and lastStage, 0 for m; withEggs).
 struct LifeTableRecords {
   const IndStrVec& sex;
   const Mat<double, kMaxIndividual, kMaxStage>& duration;
@@ -32,6 +34,8 @@ struct LifeTableRecords {
   long count = 0;
   std::function<long(long)> rowOf;
   double fecundityFactor = 1;
+  int firstStage = 1, lastStage = 0;
+  bool withEggs = true;
 };
 
 // Line 1 of a file written by the system: "Project: " + project + a blank + version stamp.

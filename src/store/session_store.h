@@ -72,19 +72,39 @@ struct Pool {
   Vec<std::string, 0, kMaxType> OriginalTypeCode{"OriginalTypeCode"};
 };
 
+// The head of a table kept apart from the data file (an adult or an immature life table): the
+// fields of a data file's head but the costs.
+struct SideTableHead {
+  std::string ProjectName, UserName, TreatmentName;
+  int TypeCount = 0, StageCount = 0;
+  Vec<std::string, 0, kMaxType> TypeCode{"TypeCode"};
+  Mat<std::string, kMaxType, kMaxStage + 1> StageName{"StageName"};
+  Vec<std::string, 1, 2> SpecialGroup{"SpecialGroup"};
+};
+
 // An adult life table ("O. + overwinter"): adults only, read by InputAdultLifeTable. Its head
 // stays with it; only its treatment line also goes to TreatmentName.
 struct AdultLifeTable {
   int AdultCohortSize = 0;
-  std::string AdultProjectName, AdultUserName, AdultTreatmentName;
-  int AdultTypeCount = 0, AdultStageCount = 0;
-  Vec<std::string, 0, kMaxType> AdultTypeCode{"AdultTypeCode"};
-  Mat<std::string, kMaxType, kMaxStage + 1> AdultStageName{"AdultStageName"};
-  Vec<std::string, 1, 2> AdultSpecialGroup{"AdultSpecialGroup"};
+  SideTableHead head;
   IndIntVec AdultIndividualNo{"AdultIndividualNo"};
   IndStrVec AdultIndividualSex{"AdultIndividualSex"};
   IndIntVec AdultLongevity{"AdultLongevity"};  // the adult duration, 16-bit
   Mat<double, kMaxIndividual, kMaxAge> AdultFecundity{"AdultFecundity"};
+  std::string AdultFilePath;  // the file read
+};
+
+// An immature life table: the preadult stages of a cohort whose adults were reared apart (the
+// immature file of a matching of preadult and adult tables), read by InputImmatureLifeTable.
+// Its head is that of a data file; each record has the durations of the stages 1..m-1, an "N"
+// record up to the negative duration of its stage of death.
+struct ImmatureLifeTable {
+  int ImmatureCount = 0;
+  SideTableHead head;
+  IndIntVec ImmatureNo{"ImmatureNo"};
+  IndStrVec ImmatureSex{"ImmatureSex"};
+  Mat<int, kMaxIndividual, kMaxStage> ImmatureDuration{"ImmatureDuration"};  // 16-bit
+  std::string ImmatureFilePath;
 };
 
 // Options: strings compared exactly; one never set is empty.
@@ -195,6 +215,7 @@ struct SessionStore {
   BootstrapRecord boot;
   ComparisonRecord comparison;
   AdultLifeTable adult;
+  ImmatureLifeTable immature;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.

@@ -35,6 +35,17 @@ double NumberOfText(std::string_view text) {
   return std::strtod(t.c_str(), nullptr);
 }
 
+std::optional<double> NumberAnswer(std::string_view text) {
+  const std::size_t begin = text.find_first_not_of(" \t");
+  if (begin == std::string_view::npos) return std::nullopt;
+  const std::string t(text.substr(begin, text.find_last_not_of(" \t") + 1 - begin));
+  char* end = nullptr;
+  const double v = std::strtod(t.c_str(), &end);
+  if (end != t.c_str() + t.size() || !std::isfinite(v) || t.find_first_of("xXnNiI") != std::string::npos)
+    return std::nullopt;
+  return v;
+}
+
 double RoundDisplay(double v, int decimals) {
   double scale = std::pow(10.0, decimals);
   return static_cast<double>(CInt(v * scale)) / scale;

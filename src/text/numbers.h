@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -44,6 +45,9 @@ double RoundDisplay(double v, int decimals);
 // wherever they stand ("1 000" is 1000); then a sign, digits with at most one decimal point and
 // an exponent make the number, and reading stops at the first other character. No digit gives 0.
 double NumberOfText(std::string_view text);
+// The number of an answer that is a number and nothing else (blanks around it allowed), as
+// NumberOfText reads it; nullopt for any other answer ("", "abc", "2 days", "1e999").
+std::optional<double> NumberAnswer(std::string_view text);
 
 // A number "at full precision": up to 15 significant digits, no trailing zeros, exponent
 // written as E-07 where the plain form would need it. Used by the Write form.

@@ -217,5 +217,31 @@ TEST(FuzzCorpus, PooledFilesArePairedOrEndAsTheProgramEnds) {
     EXPECT_EQ(endings[file].tukeyTreatments, 0) << file;
 }
 
+// The same files through the transforms. A data file gives the eight files of the seven
+// transforms, each read again (every answer at its default: a refused one writes nothing); an
+// adult life table overwinters; an immature life table is read; anything else ends as the
+// program ends on bad input.
+TEST(FuzzCorpus, TransformsWriteFilesThatAreReadAgainOrEndAsTheProgramEnds) {
+  auto data = ReplayFolder("transform_file", RunTransformsOnDataFile);
+  ASSERT_GE(data.size(), 15u);
+  // Durations of 2.5 days are whole in thirds of days only after K, which refuses x = 3; a
+  // life of 210 days is too long for thirds of days. A stage name that a stage line can't hold
+  // again (an empty one) is refused.
+  ExpectRanWith(data, &Outcome::filesWritten, {{"mite.txt", 8}, {"costs.txt", 8}, {"two_stages.txt", 8}, {"long_life.txt", 7},
+                                               {"quote_in_treatment_line.txt", 8}});
+  ExpectEnding(data, Ending::ProgramEnd, {"empty.txt", "half_days.txt", "adult.txt", "immature.txt", "mite_immature.txt"});
+
+  auto adult = ReplayFolder("transform_file", RunOverwinterOnAdultFile);
+  ExpectRanWith(adult, &Outcome::filesWritten,
+                {{"adult.txt", 1}, {"mite_adult.txt", 1}, {"adult_zero_duration.txt", 0}, {"adult_overwinter_beyond.txt", 0},
+                 {"adult_empty_stage_name.txt", 0}});
+  ExpectEnding(adult, Ending::ProgramEnd, {"adult_sex_N.txt", "empty.txt"});
+
+  auto immature = ReplayFolder("transform_file", RunImmatureFile);
+  ExpectEnding(immature, Ending::Ran, {"immature.txt", "mite_immature.txt"});
+  ExpectEnding(immature, Ending::ProgramEnd,
+               {"immature_N_without_death.txt", "immature_F_died.txt", "immature_zero.txt", "adult.txt", "empty.txt"});
+}
+
 }  // namespace
 }  // namespace korvan::fuzz

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <string>
+#include <utility>
 
 #include "input/data_file_reader.h"
 #include "run/run_context.h"
@@ -29,11 +30,11 @@ TEST(AdultLifeTable, ReadsAdultsWithPaddedFecundityAndKeepsItsOwnHead) {
 
   const AdultLifeTable& a = S.adult;
   EXPECT_EQ(a.AdultCohortSize, 3);
-  EXPECT_EQ(a.AdultProjectName, "Aphid adults");
-  EXPECT_EQ(a.AdultTreatmentName, "Cotton 25 C");
+  EXPECT_EQ(a.head.ProjectName, "Aphid adults");
+  EXPECT_EQ(a.head.TreatmentName, "Cotton 25 C");
   EXPECT_EQ(S.identity.TreatmentName, "Cotton 25 C");  // the treatment line is copied ...
   EXPECT_EQ(S.identity.ProjectName, "Main cohort");    // ... the rest of the head is not
-  EXPECT_EQ(a.AdultSpecialGroup(2), "Adult");
+  EXPECT_EQ(a.head.SpecialGroup(2), "Adult");
   EXPECT_EQ(a.AdultLongevity(1), 5);
   EXPECT_EQ(a.AdultLongevity(2), 7);
   EXPECT_EQ(a.AdultIndividualSex(2), "M");
@@ -70,6 +71,42 @@ TEST(AdultLifeTable, StopsOnOtherSexesAndRecordsOutOfPlace) {
   S.adult.AdultCohortSize = 0;
   EXPECT_NO_THROW(DataFileReader(S, P).InputAdultLifeTable());
   EXPECT_EQ(S.adult.AdultCohortSize, 0);
+}
+
+TEST(ImmatureLifeTable, ReadsThePreadultStagesAndStopsAtAFaultyRecord) {
+  TempDir dir;
+  const std::string head = "\"Project: Mite\"\n\"Lab\"\n\"25 C\"\n3\n2,4\nF,Egg,Larva,Nymph,Female\n"
+                           "M,Egg,Larva,Nymph,Male\nEgg,Nymph\n";
+  WriteFile(dir.file("im.txt"), head + " 1 ,F, 3, 2, 2\n 2 ,N, 3,-1\n 3 ,M, 4, 2, 3\n");
+  Session S;
+  FakePrompts P;
+  P.Answer("Open immature life table", dir.file("im.txt"));
+  DataFileReader(S, P).InputImmatureLifeTable();
+  const ImmatureLifeTable& im = S.immature;
+  EXPECT_EQ(im.ImmatureCount, 3);
+  EXPECT_EQ(im.head.TreatmentName, "25 C");
+  EXPECT_EQ(im.ImmatureDuration(1, 3), 2);
+  EXPECT_EQ(im.ImmatureDuration(2, 2), -1);
+  EXPECT_EQ(im.ImmatureDuration(2, 3), 0);
+  EXPECT_EQ(im.ImmatureSex(3), "M");
+
+  const std::pair<const char*, const char*> faults[] = {
+      {" 1 ,N, 3, 2, 2\n", "Individual no.1 is N-type. But the last stage is positive."},
+      {" 1 ,F, 3,-2\n", "Individual no.1 is type M or F without adult stage.\n"
+                        "If an individual did not develop to adult, it should be type N."},
+      {" 1 ,F, 3, 0, 2\n", "Developmental time of individual no.1 is ZERO."},
+      {" 2 ,F, 3, 1, 2\n", "Check data of individual no. 0 or 1\nPlease correct your data and rerun this program."}};
+  for (const auto& [record, message] : faults) {
+    WriteFile(dir.file("bad.txt"), head + record);
+    P.Answer("Open immature life table", dir.file("bad.txt"));
+    try {
+      DataFileReader(S, P).InputImmatureLifeTable();
+      ADD_FAILURE() << record;
+    } catch (const ProgramEnd& e) {
+      EXPECT_EQ(e.message, message);
+      EXPECT_EQ(e.title, "Error in data file");
+    }
+  }
 }
 
 // A file of t treatments: each a title, a cohort size and its values closed by -1.
