@@ -292,6 +292,7 @@ void BootstrapRun::WriteSampleRecord() {
 void BootstrapRun::SortAndWritePercentiles() { BootPercentiles(S, P, W).SortAndWritePercentileTables(); }
 void BootstrapRun::WriteColumnFiles() { BootResultFiles(S, P, W).WriteColumnFiles(); }
 void BootstrapRun::WriteNormalCurveFiles() { BootResultFiles(S, P, W).WriteNormalCurveFiles(); }
+void BootstrapRun::WriteContributionFiles() { BootResultFiles(S, P, W).WriteBootContributionToR(); }
 void BootstrapRun::CountIndividualFrequencies() { BootIndividualCounts(S, P, W).CountBootstrapIndFreq(); }
 
 

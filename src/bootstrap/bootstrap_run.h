@@ -29,6 +29,8 @@ class BootstrapRun : public Procedures {
   void WriteColumnFiles();
   void WriteNormalCurveFiles();
   void CountIndividualFrequencies();
+  // The contributions to the pooled r and lambda (a contribution analysis, only effective samples).
+  void WriteContributionFiles();
 
  private:
   void WriteMajorPercentileLxMx();

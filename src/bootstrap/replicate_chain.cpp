@@ -37,6 +37,7 @@ void ReplicateChain::FileReplicate() {
   const ReplicateRecord& rec = W.boot.sample;
   BootstrapRecord& R = S.boot;
   R.BootR(b) = rec.r;
+  R.BootContributionSum(b) = rec.ContributionSum;
   R.BootLambda(b) = rec.lambda;
   R.BootR0(b) = rec.R0;
   R.BootT(b) = rec.T;
@@ -62,6 +63,7 @@ void ReplicateChain::FileReplicate() {
   for (int j = 1; j <= m + 1; ++j) {
     R.BootSsd(j, b) = rec.Ssd(j);
     L.BootStageDeathProb(j, b) = rec.StageDeathProb(j);
+    L.BootStageEntry(j, b) = rec.StageEntry(j);
     if (j > m) continue;
     L.BootStageMean(j, b) = rec.StageMean(j);
     L.BootCumMean(j, b) = rec.CumMean(j);

@@ -230,6 +230,9 @@ void BootResultFiles::WriteEffectiveBootstrapInColumn() {
   WriteBootStageSpecificMortality();
   WriteBootSexStageMeaninColumn();
   WriteBootstageMeaninColumn();
+  WriteBootStageMortalityinColumn();
+  WriteBootSurvProbToStageJinColumn();
+  WriteBootSurvProbToAdult();
   WriteBootAdultMortalityinColumn();
   if (S.options.PredationPresent == "Yes") {
     WriteBootC0andOmegaInColumn();

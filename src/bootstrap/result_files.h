@@ -38,6 +38,10 @@ class BootResultFiles : public Procedures {
   void WriteBootC0andOmegaInRow();
   void WriteBootSexStageMeaninColumn();
   void WriteBootstageMeaninColumn();
+  void WriteBootSurvProbToStageJinColumn();
+  void WriteBootSurvProbToAdult();
+  void WriteBootStageMortalityinColumn();
+  void WriteBootContributionToR();
   void WriteBootAdultMortalityinColumn();
 
   void WriteBootstrapFrequency();

@@ -66,6 +66,76 @@ void BootResultFiles::WriteBootstageMeaninColumn() {
   }
 }
 
+// The chance of a newborn of the sample to reach each stage (the share of its individuals that
+// do): every preadult stage, the female and the male adult stage, and adulthood itself.
+void BootResultFiles::WriteBootSurvProbToStageJinColumn() {
+  const LifeTableBootLists& L = S.lifeTable.BootLists();
+  const LifeTableRecord& T = S.lifeTable;
+  const int m = S.header.StageCount;
+  const bool males = S.header.TypeCount >= 2;
+  for (int j = 1; j <= (males ? m + 1 : m); ++j) {
+    const bool male = j == m + 1;
+    const std::string stage = male ? S.header.StageName(2, m) : S.header.StageName(1, j);
+    WriteColumnFile("_Effect Boot-W4_Surv Prob to " + stage + ".txt",
+                    Head(male ? "-male" : "-" + stage, stage, T.OriginalStageEntry(j)),
+                    [&](long k) { return L.BootStageEntry(j, k); }, false, "-1");
+  }
+  WriteColumnFile("_Effect Boot-W4_Surv Prob to Preadult.txt",
+                  Head("-Preadult", "Preadult", T.OriginalStageEntry(m) + T.OriginalStageEntry(m + 1)),
+                  [&](long k) { return L.BootStageEntry(m, k) + L.BootStageEntry(m + 1, k); }, false, "-1");
+}
+
+// From each preadult stage to adulthood: of the individuals that reach the stage, the share
+// that become adults (0 in a sample where none reaches it).
+void BootResultFiles::WriteBootSurvProbToAdult() {
+  const LifeTableBootLists& L = S.lifeTable.BootLists();
+  const LifeTableRecord& T = S.lifeTable;
+  const int m = S.header.StageCount;
+  auto toAdult = [m](auto entry, int j) {
+    const double reached = entry(j);
+    return reached > 0 ? (entry(m) + entry(m + 1)) / reached : 0;
+  };
+  for (int j = 1; j < m; ++j) {
+    const std::string stage = S.header.StageName(1, j);
+    WriteColumnFile("_Effect Boot-W4_Surv Prob to " + stage + "_Adult.txt",
+                    Head("-adult", stage, toAdult([&](int i) { return T.OriginalStageEntry(i); }, j)),
+                    [&](long k) { return toAdult([&](int i) { return L.BootStageEntry(i, k); }, j); }, false,
+                    "-1");
+  }
+}
+
+// The probability that a newborn of the sample dies in each stage, and as a preadult (the table
+// of the distribution of stage mortality).
+void BootResultFiles::WriteBootStageMortalityinColumn() {
+  const LifeTableBootLists& L = S.lifeTable.BootLists();
+  const int m = S.header.StageCount;
+  for (int j = 1; j <= m + 1 && j <= kMaxStage; ++j) {
+    const std::string stage = j == m + 1 ? S.header.StageName(2, m) : S.header.StageName(1, j);
+    if (stage.empty()) continue;
+    WriteColumnFile("_Effect Boot-S2_Stage mortality_" + stage + ".txt",
+                    Head("-" + stage, stage, S.lifeTable.OriginalStageDeathProb(j)),
+                    [&](long k) { return L.BootStageDeathProb(j, k); }, false, "-1");
+  }
+  // The preadult mortality: the sum over the immature stages.
+  WriteColumnFile("_Effect Boot-S2_Stage mortality_Preadult.txt",
+                  Head("-Preadult", "Preadult", S.lifeTable.OriginalPreadultDeathProb),
+                  [&](long k) { return L.BootPreadultDeathProb(k); }, false, "-1");
+}
+
+// Sample by sample, the table's part of the pooled Euler-Lotka equation times the pooled
+// sample's r, and times its lambda: the contributions to r and to lambda.
+void BootResultFiles::WriteBootContributionToR() {
+  const BootstrapRecord& R = S.boot;
+  const ReadDataRecord& d = S.readData;
+  const double sum = S.params.ContributionSumBasic, r = d.ContributionPooledR;
+  auto pooledR = [&](long k) { return k <= d.ContributionBootCount ? d.ContributionBootR(k) : 0.0; };
+  WriteColumnFile("_Effect Boot-A2c_r-Contribution.txt", Head("-Contribution to r", "Contribution to r", r * sum),
+                  [&](long k) { return pooledR(k) * R.BootContributionSum(k); });
+  WriteColumnFile("_Effect Boot-A3c_lambda-Contrib.txt",
+                  Head("-Contribution to lambda", "Contribution to lambda", std::exp(r) * sum),
+                  [&](long k) { return std::exp(pooledR(k)) * R.BootContributionSum(k); });
+}
+
 void BootResultFiles::WriteBootSexStageMeaninColumn() {
   const LifeTableBootLists& L = S.lifeTable.BootLists();
   const LifeTableRecord& T = S.lifeTable;

@@ -127,6 +127,8 @@ void BootstrapDriver::cmdBootstrap_Click() {
   R.BootDateText = ClockText(beginClock);
   run.RunSampleLoop();
 
+  // The contribution of this table to the pooled population's r and lambda, sample by sample.
+  if (R.EffectiveOnly == "Yes" && S.readData.ContributionRLoaded == "Yes") run.WriteContributionFiles();
   BootstrapStatistics stats(S, P, W);
   stats.Boot01Partial();
 

@@ -217,6 +217,12 @@ void LifeTableEngine::StageRates() {
     else if (BasicPass())
       Keep().lifeTable.OriginalStageToNext(j) = L.StageToNext(j);
   }
+  for (int j = 1; j <= m + 1; ++j) {
+    if (boot > 0)
+      W.boot.sample.StageEntry(j) = L.StageEntry(j);
+    else if (BasicPass())
+      Keep().lifeTable.OriginalStageEntry(j) = L.StageEntry(j);
+  }
 
   if (L.ReproductiveCount > 0) L.MeanFecundityFromF = L.StageFecundityTotal(m) / L.ReproductiveCount;
 }

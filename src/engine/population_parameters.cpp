@@ -76,8 +76,7 @@ void ParameterEngine::AgeStageLifeExpectancyStep() { LifeTableEngine(SameView{*t
 void ParameterEngine::Life05() {
   FlowEngine("Life05");
   Life05Gosub1370();
-  // The sum of a contribution analysis (whole-cohort r values loaded at the read step) has no
-  // reader in this system yet; nothing is summed.
+  ContributionSum();
   if (S.options.AnalysisMethod == "Calculus") {
     if (W.run.Boot > 0)
       Life05Gosub90Boot();
@@ -87,6 +86,25 @@ void ParameterEngine::Life05() {
     Life05Gosub90ForMatrix();
   }
   // The curtailed and tailed rates of a Basic Run follow as a step of its driver.
+}
+
+// A contribution analysis: this life table holds one kind of offspring of a population whose
+// pooled table gave r. Its part of the pooled Euler-Lotka equation is the sum of
+// exp(-r(x+1)) l(x)m(x) at that r (the whole cohort's for the Basic Run, the sample's own for a
+// replicate); times r it is the table's contribution to r. No time unit enters the sum.
+void ParameterEngine::ContributionSum() {
+  const ReadDataRecord& d = S.readData;
+  if (d.ContributionRLoaded != "Yes") return;
+  const long b = static_cast<long>(W.run.Boot);
+  if (b > d.ContributionBootCount) return;
+  const double r = b == 0 ? d.ContributionPooledR : d.ContributionBootR(b);
+  const auto& t = W.tables;
+  double sum = 0;
+  for (int x = 0; x <= t.LastAge; ++x) sum += std::exp(-r * (x + 1)) * t.Lx(x) * W.params.Mx(x);
+  if (b > 0)
+    W.boot.sample.ContributionSum = sum;
+  else if (BasicPass())
+    Keep().params.ContributionSumBasic = sum;
 }
 
 void ParameterEngine::Life05ForMatrix() {

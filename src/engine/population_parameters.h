@@ -22,6 +22,7 @@ class ParameterEngine : public EngineProcedures {
   // Tops of the two paths.
   void Life05();
   void Life05ForMatrix();
+  void ContributionSum();
 
   // m(x), its running sum, the last reproductive age and the bootstrap accumulators.
   void Life05Gosub1370();

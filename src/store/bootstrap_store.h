@@ -108,6 +108,7 @@ struct ReplicateRecord {
   std::int16_t PeakVxjAge = 0;
   double APOP = 0, TPOP = 0, ReproductiveFemales = 0;
   double Longevity = 0, OviDays = 0, OviPeriod = 0;
+  double ContributionSum = 0;  // the Euler-Lotka sum at the pooled cohort's r of this sample
   StageDbl Ssd{"ReplicateSsd"};
   // The life table of the sample.
   StageDbl StageMean{"ReplicateStageMean"}, CumMean{"ReplicateCumMean"};
@@ -116,6 +117,8 @@ struct ReplicateRecord {
   double LxAtSpecificAge = 0, MedianAge = 0, SpecificSurvivalAge = 0;
   double PreadultDeathProb = 0, PreadultSurvivalByDeaths = 0;
   StageDbl StageDeathProb{"ReplicateStageDeathProb"}, StageToNext{"ReplicateStageToNext"};
+  // The share of the sample's individuals that reach each stage 1..m + 1 (both adult stages).
+  StageDbl StageEntry{"ReplicateStageEntry"};
 
   void Clear() {
     r = lambda = R0 = T = GRR = 0;
@@ -123,10 +126,10 @@ struct ReplicateRecord {
     FirstVxjAge = FirstFxjAge = PeakVxj = 0;
     PeakVxjAge = 0;
     APOP = TPOP = ReproductiveFemales = 0;
-    Longevity = OviDays = OviPeriod = 0;
+    Longevity = OviDays = OviPeriod = ContributionSum = 0;
     PreadultSurvival = LxAtSpecificAge = MedianAge = SpecificSurvivalAge = 0;
     PreadultDeathProb = PreadultSurvivalByDeaths = 0;
-    for (StageDbl* v : {&Ssd, &StageMean, &CumMean, &StageDeathProb, &StageToNext}) v->Fill(0);
+    for (StageDbl* v : {&Ssd, &StageMean, &CumMean, &StageDeathProb, &StageToNext, &StageEntry}) v->Fill(0);
     TypeStageMean.Fill(0);
     TypeCumMean.Fill(0);
   }
@@ -216,6 +219,7 @@ struct BootstrapRecord {
   BootList<double> RecordR0{"RecordR0"}, RecordLambda{"RecordLambda"};
 
   // --- the engine's results at index Boot
+  BootList<double> BootContributionSum{"BootContributionSum"};
   BootList<double> BootR{"BootR"}, BootLambda{"BootLambda"}, BootR0{"BootR0"}, BootT{"BootT"},
       BootGRR{"BootGRR"};
   BootList<double> BootLongevity{"BootLongevity"};

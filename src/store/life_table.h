@@ -119,6 +119,7 @@ struct LifeTableBootLists {
   Boot BootPreadultSurvivalByDeaths{"BootPreadultSurvivalByDeaths"};
   StageBoot BootStageDeathProb{"BootStageDeathProb"};
   StageBoot BootStageToNext{"BootStageToNext"};
+  StageBoot BootStageEntry{"BootStageEntry"};
 };
 
 // Kept for the session (lives in SessionStore).
@@ -144,6 +145,7 @@ struct LifeTableRecord {
   double LxAtSpecificAge = 0;
   double MedianAge = 0, SpecificSurvivalAge = 0;
   StageDbl OriginalStageToNext{"OriginalStageToNext"};
+  StageDbl OriginalStageEntry{"OriginalStageEntry"};
   int OriginalLastAge = 0;
 
   // The per-sample lists, made at the first call (the bootstrap calls it before its loop,

@@ -88,6 +88,8 @@ struct PopulationParameters {
   double FemaleFiniteRate = 0, FemaleIntrinsicRate = 0;
 
   AgeDbl BasicRunMx{"BasicRunMx"};
+  // Of a contribution analysis: the cohort's Euler-Lotka sum at the pooled cohort's r.
+  double ContributionSumBasic = 0;
   Mat<double, kMaxAge, kMaxStage> VxjBasic{"VxjBasic"};
 
   // Peak of m(x) met while the main table is printed; not cleared between runs.

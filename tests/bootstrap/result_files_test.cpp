@@ -59,11 +59,21 @@ TEST(ResultFiles, NamesSerialsAndConditions) {
   EXPECT_FALSE(std::filesystem::exists(dir.file("t_Effect Boot-A4-T.txt")));              // m
   EXPECT_FALSE(std::filesystem::exists(dir.file("t_Effect Boot-U2_lx-at age 0.txt")));    // o
   EXPECT_FALSE(std::filesystem::exists(dir.file("t_Z-R0 and boot SE for harvest.txt")));  // m
+  // The stage files are of the m kind too: survival to each stage, stage means and mortality.
+  auto count = [](const test::TempDir& d, const std::string& part) {
+    int n = 0;
+    for (const auto& e : std::filesystem::directory_iterator(d.path()))
+      n += e.path().filename().string().find(part) != std::string::npos;
+    return n;
+  };
+  EXPECT_EQ(count(dir, "W4_Surv Prob to") + count(dir, "S1_Stage mean") + count(dir, "S2_Stage mortality"), 0);
 
   test::TempDir all;
   auto T = ThreeSamples(all);
   T->options.OutputLevel = "Yes";
   T->boot.BootR(2) = 0;
+  T->header.StageName(1, 1) = "Egg";
+  T->header.StageName(1, 2) = "Female";
   BootResultFiles(*T, P).WriteEffectiveBootstrapInColumn();
   EXPECT_TRUE(std::filesystem::exists(all.file("t_Effect Boot-A4-T.txt")));
   EXPECT_TRUE(std::filesystem::exists(all.file("t_Effect Boot-U2_lx-at age 0.txt")));
@@ -71,6 +81,12 @@ TEST(ResultFiles, NamesSerialsAndConditions) {
   EXPECT_FALSE(std::filesystem::exists(all.file("t_Effect Boot-W9_Nm.txt")));
   EXPECT_FALSE(std::filesystem::exists(all.file("t_Effect Boot-A5-doubling time.txt")));
   EXPECT_EQ(test::Lines(all.file("t_Effect Boot-A1b-R0-with SN.txt"))[8], "3,4");
+  // A cohort without males: no file of the male stage.
+  for (const char* name : {"W4_Surv Prob to Egg.txt", "W4_Surv Prob to Female.txt", "W4_Surv Prob to Preadult.txt",
+                           "W4_Surv Prob to Egg_Adult.txt", "S1_Stage mean_Egg.txt", "S2_Stage mortality_Egg.txt",
+                           "S2_Stage mortality_Female.txt"})
+    EXPECT_TRUE(std::filesystem::exists(all.file(std::string("t_Effect Boot-") + name))) << name;
+  EXPECT_EQ(count(all, "W4_Surv Prob to") + count(all, "S1_Stage mean") + count(all, "S2_Stage mortality"), 8);
   const auto harvest = test::Lines(all.file("t_Z-R0 and boot SE for harvest.txt"));
   ASSERT_EQ(harvest.size(), 3u);
   EXPECT_EQ(harvest[1], "\"R0\",\"SE of Boot(R0)\",\"R0(0.025)\",\"R0(0.15866)\"");
