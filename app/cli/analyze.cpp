@@ -126,7 +126,8 @@ int RunAnalyze(const AnalyzeOptions& options) {
       return kExitUsage;
     }
   }
-  // One seed for all treatments: the summary names it, and --seed repeats the analysis.
+  // One seed for the analysis (the k-th treatment's stream is seed + k - 1): the summary names
+  // it, and --seed repeats the analysis.
   const std::uint64_t seed =
       options.hasSeed ? options.seed
                       : static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
@@ -236,8 +237,13 @@ int RunAnalyze(const AnalyzeOptions& options) {
       book.AddOption("Task completed=OK");
       book.AddOption("Task completed!=Yes");
       ScriptedPrompts P(std::move(book));
+      // A test that can't be made (a statistic without variation, say) leaves this statistic
+      // without letters; the summary goes on.
       int code = kExitDone;
-      if (!Press(S, P, "cmdPairedBootTest", "paired test of " + statistic.label, code)) return code;
+      if (!Press(S, P, "cmdPairedBootTest", "paired test of " + statistic.label + " (no letters)", code)) {
+        table.columns.push_back(std::move(column));
+        continue;
+      }
       const auto& c = S.comparison;
       std::vector<double> means(count);
       std::vector<std::vector<double>> p(count, std::vector<double>(count, 1));
