@@ -39,7 +39,12 @@ EstimateAndSE ReadEstimate(const std::string& path) {
   EstimateAndSE e;
   std::error_code ec;
   if (!std::filesystem::is_regular_file(path, ec)) return e;
-  const ColumnFile f = ReadColumnFile(path, false, "Summary");
+  ColumnFile f;
+  try {
+    f = ReadColumnFile(path, false, "Summary");
+  } catch (const ProgramEnd&) {
+    return e;  // a file cut short: no value in the summary
+  }
   if (f.values.empty()) return e;
   const double n = static_cast<double>(f.values.size());
   const double mean = std::accumulate(f.values.begin(), f.values.end(), 0.0) / n;

@@ -49,10 +49,10 @@ std::vector<std::vector<std::string>> ReadRows(const std::string& path) {
   auto endRow = [&] {
     row.push_back(Trim(cell));
     cell.clear();
-    // Blank lines (a spreadsheet's trailing ones) are no rows.
+    // Blank lines and lines of empty cells (a spreadsheet's trailing ",,,,") are no rows.
     bool blank = true;
     for (const auto& c : row) blank = blank && c.empty();
-    if (!blank || row.size() > 1) rows.push_back(std::move(row));
+    if (!blank) rows.push_back(std::move(row));
     row.clear();
     any = false;
   };

@@ -35,7 +35,7 @@ TEST(CsvImport, WritesTheDataFileOfTheCohort) {
             "3,m,4,4,3,3,,,,,\n"
             "4,N,3,-2,,,,,,,\n"
             "5,N,4,5,-1,,,,,,\n"
-            "6,F,3,4,3,6,1,2,2,,\n\n");
+            "6,F,3,4,3,6,1,2,2,,\n\n,,,,,,,,,,\n");
   EXPECT_EQ(ImportCohortCsv(dir.file("bean.csv")), dir.file("bean.txt"));
   EXPECT_EQ(ReadFile(dir.file("bean.txt")),
             "\"Project: bean\"\n\"Imported from bean.csv\"\n\"bean\"\n6\n2,4\n"
