@@ -137,7 +137,11 @@ std::string CommandListText() {
   PrintGroup(out, "Main procedures:", CommandGroup::Main);
   PrintGroup(out, "Further commands:", CommandGroup::Further);
   PrintGroup(out, "Main figures (open after A2. Basic Run):", CommandGroup::Graph);
-  out << "Also:\n  demo   runs the main job on the bundled example cohort\n\n"
+  out << "Also:\n  demo   runs the main job on the bundled example cohort\n"
+      << "  analyze FILE... [--bootstrap B] [--seed N] [--threads N] [--out DIR] [--answer 'T=A']\n"
+      << "         each file through the Fast Run and a bootstrap, the paired test of every\n"
+      << "         statistic over them, and the summary (summary.csv, summary.md)\n"
+      << "  import FILE.csv   the data file of a cohort kept in a spreadsheet, beside it\n\n"
       << "Exit codes: 0 the commands ran; 1 the program ended on a fault or at the user's\n"
       << "request (message and title on standard error); 2 a usage error or a missing answer.\n";
   return out.str();
