@@ -14,6 +14,13 @@ namespace {
 
 const std::string kStars(84, '*');
 
+// A stage as the stage files name it: the adult stages by sex, whatever the data file calls
+// them (a file may name both "Adult").
+std::string StageWord(const SessionStore& S, int j) {
+  const int m = S.header.StageCount;
+  return j == m ? "Female" : j == m + 1 ? "Male" : S.header.StageName(1, j);
+}
+
 }  // namespace
 
 void BootResultFiles::WriteBootReproducingFemales() {
@@ -74,10 +81,9 @@ void BootResultFiles::WriteBootSurvProbToStageJinColumn() {
   const int m = S.header.StageCount;
   const bool males = S.header.TypeCount >= 2;
   for (int j = 1; j <= (males ? m + 1 : m); ++j) {
-    const bool male = j == m + 1;
-    const std::string stage = male ? S.header.StageName(2, m) : S.header.StageName(1, j);
+    const std::string stage = StageWord(S, j);
     WriteColumnFile("_Effect Boot-W4_Surv Prob to " + stage + ".txt",
-                    Head(male ? "-male" : "-" + stage, stage, T.OriginalStageEntry(j)),
+                    Head(j == m + 1 ? "-male" : "-" + stage, stage, T.OriginalStageEntry(j)),
                     [&](long k) { return L.BootStageEntry(j, k); }, false, "-1");
   }
   WriteColumnFile("_Effect Boot-W4_Surv Prob to Preadult.txt",
@@ -109,9 +115,8 @@ void BootResultFiles::WriteBootSurvProbToAdult() {
 void BootResultFiles::WriteBootStageMortalityinColumn() {
   const LifeTableBootLists& L = S.lifeTable.BootLists();
   const int m = S.header.StageCount;
-  for (int j = 1; j <= m + 1 && j <= kMaxStage; ++j) {
-    const std::string stage = j == m + 1 ? S.header.StageName(2, m) : S.header.StageName(1, j);
-    if (stage.empty()) continue;
+  for (int j = 1; j <= m + (S.header.TypeCount >= 2 ? 1 : 0) && j <= kMaxStage; ++j) {
+    const std::string stage = StageWord(S, j);
     WriteColumnFile("_Effect Boot-S2_Stage mortality_" + stage + ".txt",
                     Head("-" + stage, stage, S.lifeTable.OriginalStageDeathProb(j)),
                     [&](long k) { return L.BootStageDeathProb(j, k); }, false, "-1");
