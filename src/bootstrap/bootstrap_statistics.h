@@ -104,21 +104,4 @@ class BootstrapStatistics : public Procedures {
                    const double* originals, int count, int firstColumn, int columnWidth, int decimals);
 };
 
-// A column file of the bootstrap results: the head lines, then value(k) for k of
-// EffectiveList(1..E), and closeLine behind the last value when it is not empty.
-template <class ValueOf>
-void WriteColumnFile(const std::string& path, const std::string& tagLine, double n, double E,
-                     const std::string& name, double nInLine6, double cohortValue, const BootstrapRecord& R,
-                     ValueOf value, const std::string& closeLine) {
-  TextFile out(path);
-  out.Write(tagLine);
-  out.Write("Next line is Bootstrap sample size (n)");
-  out.Write(n);
-  out.Write("Next line is total effective Bootstrap number (B)");
-  out.Write(E);
-  out.Write(name, nInLine6, cohortValue);
-  for (long i = 1; i <= static_cast<long>(E); ++i) out.Write(value(R.EffectiveList(i)));
-  if (!closeLine.empty()) out.RawText(closeLine + "\n");
-}
-
 }  // namespace korvan

@@ -5,6 +5,7 @@
 
 #include "bootstrap/bootstrap_statistics.h"
 #include "bootstrap/cohort_values.h"
+#include "bootstrap/result_files.h"
 #include "text/numbers.h"
 
 namespace korvan {
@@ -130,31 +131,30 @@ void BootstrapStatistics::WriteBootSSD() {
   Flow("WriteBootSSD");
   const BootstrapRecord& R = S.boot;
   const int m = S.header.StageCount;
-  const double n = R.BootSampleSize, E = R.EffectiveCount;
-  const std::string& treatment = S.identity.TreatmentName;
+  BootResultFiles files(S, P, W);
   for (int j = 1; j <= m + 1 && j <= kMaxStage; ++j) {
     const std::string name = S.header.StageName(1, j);
-    WriteColumnFile(OutputName(S, "_Effect Boot-X0_SSD_" + std::to_string(j) + "_" + name + ".txt"),
-                    treatment + "-SSD " + name, n, E, "SSD " + name, n, CohortSsd(S, j), R,
-                    [&](long b) { return R.BootSsd(j, b); }, "-1");
+    files.WriteColumnFile("_Effect Boot-X0_SSD_" + std::to_string(j) + "_" + name + ".txt",
+                          files.Head("-SSD " + name, "SSD " + name, CohortSsd(S, j)),
+                          [&](long b) { return R.BootSsd(j, b); }, false, "-1");
   }
-  WriteColumnFile(OutputName(S, "_Effect Boot-X0_SSD_adult.txt"), treatment + "-SSD adult", n, E, "SSD adult", n,
-                  CohortSsd(S, m) + (m + 1 <= kMaxStage ? CohortSsd(S, m + 1) : 0), R,
-                  [&](long b) { return R.BootSsd(m, b) + (m + 1 <= kMaxStage ? R.BootSsd(m + 1, b) : 0); }, "-1");
+  files.WriteColumnFile(
+      "_Effect Boot-X0_SSD_adult.txt",
+      files.Head("-SSD adult", "SSD adult", CohortSsd(S, m) + (m + 1 <= kMaxStage ? CohortSsd(S, m + 1) : 0)),
+      [&](long b) { return R.BootSsd(m, b) + (m + 1 <= kMaxStage ? R.BootSsd(m + 1, b) : 0); }, false, "-1");
 }
 
 void BootstrapStatistics::WriteBootFecundityOfRepFemale() {
   Flow("WriteBootFecundityOfRepFemale");
   const BootstrapRecord& R = S.boot;
-  const double n = R.BootSampleSize, E = R.EffectiveCount;
   const CohortFemaleValues f = ReadCohortFemaleValues(S);
+  BootResultFiles files(S, P, W);
+  ColumnHead head = files.Head("-F(NFr)", "Fecundity (NFr)", f.fecundityOfReproductive);
+  head.nIn6 = f.reproductive;
   // Mean eggs of the reproductive females of each sample.
-  WriteColumnFile(OutputName(S, "_Effect Boot-A1e_Fecundity (NFr).txt"), S.identity.TreatmentName + "-F(NFr)", n, E,
-                  "Fecundity (NFr)", f.reproductive, f.fecundityOfReproductive, R,
-                  [&](long b) {
-                    return R.BootNfr(b) == 0 ? 0.0 : R.BootF(b) * R.BootNf(b) / R.BootNfr(b);
-                  },
-                  "");
+  files.WriteColumnFile("_Effect Boot-A1e_Fecundity (NFr).txt", head, [&](long b) {
+    return R.BootNfr(b) == 0 ? 0.0 : R.BootF(b) * R.BootNf(b) / R.BootNfr(b);
+  });
 }
 
 }  // namespace korvan

@@ -4,8 +4,18 @@
 
 #include "input/field_reader.h"
 #include "store/faults.h"
+#include "text/text_file.h"
 
 namespace korvan {
+
+void WriteColumnHead(TextFile& out, const std::string& treatment, const ColumnHead& head) {
+  out.Write(treatment + head.tag);
+  out.Write("Next line is Bootstrap sample size (n)");
+  out.Write(head.line3);
+  out.Write(head.line4);
+  out.Write(head.line5);
+  out.Write(head.name, head.nIn6, head.cohortValue);
+}
 
 ColumnFile ReadColumnFile(const std::string& path, bool serialNumbers, const std::string& title) {
   FieldReader in(path);

@@ -7,6 +7,21 @@
 
 namespace korvan {
 
+class TextFile;
+
+// Lines 1 to 6 of a column file.
+struct ColumnHead {
+  std::string tag;  // behind the treatment on line 1, e.g. "-r"
+  double line3 = 0;  // n, or the number the file names
+  std::string line4 = "Next line is total effective Bootstrap number (B)";
+  double line5 = 0;  // E (or B)
+  std::string name;  // line 6: name, n, the cohort's value
+  double nIn6 = 0, cohortValue = 0;
+};
+
+// Writes the head, line 1 being the treatment followed by the tag.
+void WriteColumnHead(TextFile& out, const std::string& treatment, const ColumnHead& head);
+
 struct ColumnFile {
   std::string treatment, name;
   double n = 0, nInLine6 = 0, cohort = 0;

@@ -1,5 +1,6 @@
 #include "bootstrap/count_individuals.h"
 
+#include "bootstrap/column_file.h"
 #include "text/text_file.h"
 
 namespace korvan {
@@ -18,12 +19,12 @@ void BootIndividualCounts::CountBootstrapIndFreq() {
     }
   }
   TextFile out(OutputName(S, "_0H_Boot individual counts.txt"));
-  out.Write(S.identity.TreatmentName);
-  out.Write("Next line is Bootstrap sample size (n)");
-  out.Write(n);
-  out.Write("Next line is total Bootstrap number (B). Each individual is counted once for every time it was drawn.");
-  out.Write(B);
-  out.Write("Ind. no.", n, B);
+  ColumnHead head;
+  head.line3 = head.nIn6 = static_cast<double>(n);
+  head.line4 = "Next line is total Bootstrap number (B). Each individual is counted once for every time it was drawn.";
+  head.line5 = head.cohortValue = static_cast<double>(B);
+  head.name = "Ind. no.";
+  WriteColumnHead(out, S.identity.TreatmentName, head);
   for (int i = 1; i <= N; ++i) out.Write(i, IndividualDraws(i));
 }
 

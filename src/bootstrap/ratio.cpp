@@ -70,12 +70,13 @@ bool BootstrapRatio::CalculateRatio() {
   if (std::filesystem::equivalent(NumeratorPath, OutputPath, ec_) || std::filesystem::equivalent(DenominatorPath, OutputPath, ec_))
     throw ProgramEnd{"The ratio would be written over " + OutputPath + ", one of the files it reads.", kTitle};
   TextFile out(OutputPath);
-  out.Write(tag);
-  out.Write("Next line is Bootstrap sample size (n)");
-  out.Write(num.n);
-  out.Write("Next line is total effective Bootstrap number (B)");
-  out.Write(static_cast<double>(B));
-  out.Write(num.name + " to " + den.name, num.nInLine6, cohort);
+  ColumnHead head;
+  head.line3 = num.n;
+  head.line5 = static_cast<double>(B);
+  head.name = num.name + " to " + den.name;
+  head.nIn6 = num.nInLine6;
+  head.cohortValue = cohort;
+  WriteColumnHead(out, tag, head);
   for (double v : ratios) out.Write(v);
   return true;
 }

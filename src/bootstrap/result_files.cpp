@@ -12,12 +12,7 @@
 namespace korvan {
 
 void BootResultFiles::ColumnHeadLines(TextFile& out, const ColumnHead& head) const {
-  out.Write(S.identity.TreatmentName + head.tag);
-  out.Write("Next line is Bootstrap sample size (n)");
-  out.Write(head.line3);
-  out.Write(head.line4);
-  out.Write(head.line5);
-  out.Write(head.name, head.nIn6, head.cohortValue);
+  WriteColumnHead(out, S.identity.TreatmentName, head);
 }
 
 ColumnHead BootResultFiles::Head(const std::string& tag, const std::string& name, double cohortValue) const {

@@ -4,20 +4,11 @@
 // figure files.
 #include <string>
 
+#include "bootstrap/column_file.h"
 #include "run/run_context.h"
 #include "text/text_file.h"
 
 namespace korvan {
-
-// Lines 1 to 6 of a column file.
-struct ColumnHead {
-  std::string tag;  // behind the treatment on line 1, e.g. "-r"
-  double line3 = 0;  // n, or the number the file names
-  std::string line4 = "Next line is total effective Bootstrap number (B)";
-  double line5 = 0;  // E (or B)
-  std::string name;  // line 6: name, n, the cohort's value
-  double nIn6 = 0, cohortValue = 0;
-};
 
 class BootResultFiles : public Procedures {
  public:
@@ -57,10 +48,11 @@ class BootResultFiles : public Procedures {
   template <class ValueOf>
   void WriteColumnFile(const std::string& suffix, const ColumnHead& head, ValueOf value, bool withSerial = false,
                        const std::string& closeLine = "");
+  // The head of a file over the effective samples: n, E, and line 6 name, n, cohortValue.
+  ColumnHead Head(const std::string& tag, const std::string& name, double cohortValue) const;
 
  private:
   void ColumnHeadLines(TextFile& out, const ColumnHead& head) const;
-  ColumnHead Head(const std::string& tag, const std::string& name, double cohortValue) const;
   // " from <f> to <last>" in the names of a cumulative run, else nothing.
   std::string RangeInName() const;
   // Project, user, treatment and the count lines of the figure files.
