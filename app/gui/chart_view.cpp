@@ -199,22 +199,28 @@ void ChartView::SetPanel(const ChartPanel& p) {
   delete old;
 }
 
-bool ChartView::Save(const QString& path) {
-  if (path.endsWith(".svg", Qt::CaseInsensitive)) {
+bool ChartView::SaveSvg(const QString& path, int dotsPerInch) {
 #ifdef KORVAN_HAVE_SVG
-    QSvgGenerator svg;
-    svg.setFileName(path);
-    svg.setSize(size());
-    svg.setViewBox(rect());
-    svg.setTitle(Q(panel_.TitleText()));
-    QPainter painter;
-    if (!painter.begin(&svg)) return false;
-    render(&painter);
-    return painter.end();
+  QSvgGenerator svg;
+  svg.setFileName(path);
+  svg.setSize(size());
+  svg.setViewBox(rect());
+  svg.setResolution(dotsPerInch);
+  svg.setTitle(Q(panel_.TitleText()));
+  QPainter painter;
+  if (!painter.begin(&svg)) return false;
+  render(&painter);
+  return painter.end();
 #else
-    return false;
+  (void)path;
+  (void)dotsPerInch;
+  return false;
 #endif
-  }
+}
+
+bool ChartView::Save(const QString& path) {
+  // 72 dots an inch: the drawing generator's own default.
+  if (path.endsWith(".svg", Qt::CaseInsensitive)) return SaveSvg(path, 72);
   return grab().save(path, "PNG");
 }
 

@@ -21,6 +21,8 @@ class ChartView : public QChartView {
   // Saves the chart as drawn: an SVG drawing for a path ending in ".svg", else a PNG image.
   // Returns false when the file can't be written.
   bool Save(const QString& path);
+  // The SVG drawing of the chart at its size, its physical size at this many dots an inch.
+  bool SaveSvg(const QString& path, int dotsPerInch);
   // Asks for a file name and saves; shows a message when that fails.
   void SaveWithDialog();
 

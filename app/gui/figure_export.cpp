@@ -7,9 +7,6 @@
 
 #include "chart_view.h"
 #include "ui/chart_figures.h"
-#ifdef KORVAN_HAVE_SVG
-#include <QSvgGenerator>
-#endif
 
 namespace korvan::gui {
 
@@ -19,22 +16,8 @@ namespace {
 constexpr int kWidth = 605, kHeight = 454;
 
 bool Write(ChartView& view, const QString& path, const FigureExport& how) {
-  if (how.format == "svg") {
-#ifdef KORVAN_HAVE_SVG
-    QSvgGenerator svg;
-    svg.setFileName(path);
-    svg.setSize(view.size());
-    svg.setViewBox(view.rect());
-    svg.setResolution(96);
-    svg.setTitle(QString::fromStdString(view.Panel().TitleText()));
-    QPainter painter;
-    if (!painter.begin(&svg)) return false;
-    view.render(&painter);
-    return painter.end();
-#else
-    return false;
-#endif
-  }
+  // Drawn at the screen's 96 dots an inch, the drawing has the page's size.
+  if (how.format == "svg") return view.SaveSvg(path, 96);
   // The image has the page's size at the resolution asked; the drawing is scaled to it, fonts
   // and lines with it.
   const double scale = how.dpi / 96.0;

@@ -62,14 +62,13 @@ void PairedBootTest::CartesianPairStep(int i, int j) {
       if (detailed) files.Record(k, v, D, different);
     }
   }
-  c.PairBelowZero(i, j) = static_cast<std::int32_t>(tally.belowZero);
-  c.PairBeyondTwice(i, j) = static_cast<std::int32_t>(tally.beyondTwice);
-  c.PairInsideCount(i, j) = static_cast<std::int32_t>(tally.inside);
-  c.PairOutsideCount(i, j) = c.PairBelowZero(i, j) + c.PairBeyondTwice(i, j);
+  KeepTally(i, j, tally, C);
+  // One difference has no variance.
+  if (C == 1) c.PairVar(i, j) = c.PairSE(i, j) = 0;
   c.PairNegativeCount(i, j) = static_cast<std::int32_t>(negatives);
-  c.CartMeanDiff(i, j) = c.PairMeanDiff(i, j) = tally.Mean(C);
-  c.CartVar(i, j) = c.PairVar(i, j) = C > 1 ? tally.Variance(C) : 0;
-  c.CartSE(i, j) = c.PairSE(i, j) = std::sqrt(c.CartVar(i, j));
+  c.CartMeanDiff(i, j) = c.PairMeanDiff(i, j);
+  c.CartVar(i, j) = c.PairVar(i, j);
+  c.CartSE(i, j) = c.PairSE(i, j);
 
   // Only the two percentile places of the ascending list are wanted: each is found in linear
   // time, the value there being the one a full sort would put there.

@@ -14,7 +14,6 @@ namespace {
 
 int Column(int c) { return (c - 1) * 11 + 17; }
 
-const char* kSignificantNote = " *: Significant at 5% significance level. A P<=0.05 denotes significant difference.";
 
 }  // namespace
 

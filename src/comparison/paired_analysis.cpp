@@ -112,12 +112,7 @@ void PairedBootTest::PairStep(int i, int j) {
     c.PairDifference(k) = d;
     if (detailed) files.Record(k, d, D, different);
   }
-  c.PairBelowZero(i, j) = static_cast<std::int32_t>(tally.belowZero);
-  c.PairBeyondTwice(i, j) = static_cast<std::int32_t>(tally.beyondTwice);
-  c.PairInsideCount(i, j) = static_cast<std::int32_t>(tally.inside);
-  c.PairMeanDiff(i, j) = tally.Mean(B);
-  c.PairVar(i, j) = tally.Variance(B);
-  c.PairSE(i, j) = std::sqrt(c.PairVar(i, j));
+  KeepTally(i, j, tally, B);
 
   P.Status(kStatus, running + "\n(Sorting...)");
   SortDifferences(B);
@@ -131,7 +126,6 @@ void PairedBootTest::PairStep(int i, int j) {
     }
   c.PairNegativeCount(i, j) = static_cast<std::int32_t>(firstNonNegative - 1);
 
-  c.PairOutsideCount(i, j) = c.PairBelowZero(i, j) + c.PairBeyondTwice(i, j);
   // Every pair's P is taken over the B of the first treatment.
   SetPairLimits(i, j, static_cast<double>(c.PairOutsideCount(i, j)) / c.BootCount(1));
 
@@ -143,6 +137,17 @@ void PairedBootTest::PairStep(int i, int j) {
     WriteNormalDensityCurveForDifferenceAndCI();
   }
   P.Status(kStatus, "Treat " + Num(i) + " to treat " + Num(j) + "\n" + DateTimeText());
+}
+
+void PairedBootTest::KeepTally(int i, int j, const DifferenceTally& tally, long count) {
+  auto& c = S.comparison;
+  c.PairBelowZero(i, j) = static_cast<std::int32_t>(tally.belowZero);
+  c.PairBeyondTwice(i, j) = static_cast<std::int32_t>(tally.beyondTwice);
+  c.PairInsideCount(i, j) = static_cast<std::int32_t>(tally.inside);
+  c.PairOutsideCount(i, j) = c.PairBelowZero(i, j) + c.PairBeyondTwice(i, j);
+  c.PairMeanDiff(i, j) = tally.Mean(count);
+  c.PairVar(i, j) = tally.Variance(count);
+  c.PairSE(i, j) = std::sqrt(c.PairVar(i, j));
 }
 
 void PairedBootTest::SetPairLimits(int i, int j, double p) {

@@ -11,6 +11,7 @@
 namespace korvan {
 
 struct OneByOneReading;
+struct DifferenceTally;
 
 class PairedBootTest : public Procedures {
  public:
@@ -47,6 +48,8 @@ class PairedBootTest : public Procedures {
   void BuildRules();
   void PairStep(int i, int j);
   void CartesianPairStep(int i, int j);
+  // The counts, mean, variance and SE of a pair's differences, from their tally.
+  void KeepTally(int i, int j, const DifferenceTally& tally, long count);
   // The pair's t limits from the mean and SE of its differences, and its P (both orders).
   void SetPairLimits(int i, int j, double p);
   void SortDifferences(long count);

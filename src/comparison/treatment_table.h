@@ -9,6 +9,10 @@
 
 namespace korvan {
 
+// The line under a table of pairs that explains its stars.
+inline constexpr const char* kSignificantNote =
+    " *: Significant at 5% significance level. A P<=0.05 denotes significant difference.";
+
 // A cell: beyond +-10000 a whole number, otherwise four decimals; "*" right after it.
 std::string TableCell(double v, bool star);
 

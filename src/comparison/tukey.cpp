@@ -197,7 +197,7 @@ void TukeyKramer::PrintTukeyTableForBootstrap() {
   f.Print(c.Alpha, "%.");
   // The note on the stars goes to the main output of a Basic Run, not to this table. With that
   // file closed the run cannot go on; the table is whole by then.
-  const char* note = " *: Significant at 5% significance level. A P<=0.05 denotes significant difference.";
+  const char* note = kSignificantNote;
   if (!S.channels.MainOutput.IsOpen()) {
     const std::string path = out_.Path();
     out_.Close();
