@@ -218,6 +218,32 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   return ran;
 }
 
+Outcome RunConsumptionFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string cohort = bench.Put("cohort.txt", kRecordCohort, std::strlen(kRecordCohort));
+  const std::string eaten = bench.Add("eaten.txt", data, size);
+  Outcome ran = Guarded([&] {
+    auto S = StartedSession();
+    AcceptingPrompts P;
+    P.files["Open life table data file"] = cohort;
+    P.answers["Do you need only the basic output (0A) and figure files?"] = kNo;
+    P.answers["Fast run for two-sex or parthenogenetic population?"] = kCancel;
+    P.answers["Do you need flow record?"] = kNo;
+    P.answers["Do you need the contribution of this life table to intrinsic rate?"] = kNo;
+    P.answers["Do you need all output files?"] = kYes;
+    P.answers["Rearing cost for each stage?"] = kYes;
+    P.inputs["General analysis or 3D analysis?"] = "1";
+    P.answers["Life table only?"] = kNo;
+    P.files["Open consumption rate file (file 17)"] = eaten;
+    Press(*S, P, "cmdReadDataA1");
+    Press(*S, P, "cmdBasicRunA2");
+    Outcome ran;
+    ran.basicRunDone = S->basic.BasicRunDone == "yes" && S->options.PredationPresent == "Yes";
+    return ran;
+  });
+  bench.ExpectIntact(eaten, data, size);
+  return ran;
+}
+
 const char* const kColumnFile =
     "\"Fixed-r\"\n\"Next line is Bootstrap sample size (n)\"\n20\n"
     "\"Next line is total effective Bootstrap number (B)\"\n20\n\"r\",20,0.2\n"

@@ -16,6 +16,7 @@
 #include "store/life_table.h"
 #include "store/limits.h"
 #include "store/parameters.h"
+#include "store/predation.h"
 #include "store/read_data.h"
 #include "store/stage_stats.h"
 
@@ -70,6 +71,8 @@ struct Pool {
   Mat<double, kMaxIndividual, kMaxAge> OriginalFecundity{"OriginalFecundity"};
   IndVec OriginalTotalFecundity{"OriginalTotalFecundity"};
   Vec<std::string, 0, kMaxType> OriginalTypeCode{"OriginalTypeCode"};
+  // The consumption file as read (when one was read), by individual and age.
+  ConsumptionByAge OriginalConsumption{"OriginalConsumption"};
 };
 
 // The head of a table kept apart from the data file (an adult or an immature life table): the
@@ -167,6 +170,7 @@ struct Cohort {
   IndStrVec IndividualSex{"IndividualSex"};
   Mat<double, kMaxIndividual, kMaxStage> StageDuration{"StageDuration"};
   Mat<double, kMaxIndividual, kMaxAge> Fecundity{"Fecundity"};
+  ConsumptionByAge Consumption{"Consumption"};  // by age; only with a consumption file
   IndIntVec TotalLongevity{"TotalLongevity"};
   int MaxLongevity = 0;
 };
@@ -195,6 +199,7 @@ struct Workspace {
   StageStatsWork stageStats;
   ReadDataWork readData;
   BootstrapWork boot;
+  PredationWork predation;
 };
 
 // ---------------------------------------------------------------------------------------
@@ -216,6 +221,7 @@ struct SessionStore {
   ComparisonRecord comparison;
   AdultLifeTable adult;
   ImmatureLifeTable immature;
+  PredationRecord predation;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.
