@@ -113,8 +113,9 @@ void FastRun(Session& S, AcceptingPrompts& P, const std::string& path, bool twoS
   Press(S, P, "cmdReadDataA1");
 }
 
-// A1 through all its steps, the file's head holding rearing costs, then "A2. Basic Run" with
-// every setting of the run at its default.
+// A1 through all its steps, the file's head holding rearing costs (unless the caller has
+// answered that it holds none), then "A2. Basic Run" with every setting of the run at its
+// default but those the caller has answered.
 void AllStepsRun(Session& S, AcceptingPrompts& P, const std::string& path, bool twoSex) {
   P.files["Open life table data file"] = path;
   P.answers["Do you need only the basic output (0A) and figure files?"] = kNo;
@@ -122,7 +123,7 @@ void AllStepsRun(Session& S, AcceptingPrompts& P, const std::string& path, bool 
   P.answers["Do you need flow record?"] = kNo;
   P.answers["Do you need the contribution of this life table to intrinsic rate?"] = kNo;
   P.answers["Do you need all output files?"] = kYes;
-  P.answers["Rearing cost for each stage?"] = kNo;
+  P.answers.emplace("Rearing cost for each stage?", kNo);
   P.inputs["General analysis or 3D analysis?"] = twoSex ? "1" : "2";
   P.goOn = {"Non-integer developmental time", "Non-integer fecundity", "Are there more data?"};
 
@@ -224,18 +225,10 @@ Outcome RunConsumptionFile(Workbench& bench, const std::uint8_t* data, std::size
   Outcome ran = Guarded([&] {
     auto S = StartedSession();
     AcceptingPrompts P;
-    P.files["Open life table data file"] = cohort;
-    P.answers["Do you need only the basic output (0A) and figure files?"] = kNo;
-    P.answers["Fast run for two-sex or parthenogenetic population?"] = kCancel;
-    P.answers["Do you need flow record?"] = kNo;
-    P.answers["Do you need the contribution of this life table to intrinsic rate?"] = kNo;
-    P.answers["Do you need all output files?"] = kYes;
-    P.answers["Rearing cost for each stage?"] = kYes;
-    P.inputs["General analysis or 3D analysis?"] = "1";
+    P.answers["Rearing cost for each stage?"] = kYes;  // the cohort has no costs
     P.answers["Life table only?"] = kNo;
     P.files["Open consumption rate file (file 17)"] = eaten;
-    Press(*S, P, "cmdReadDataA1");
-    Press(*S, P, "cmdBasicRunA2");
+    AllStepsRun(*S, P, cohort, true);
     Outcome ran;
     ran.basicRunDone = S->basic.BasicRunDone == "yes" && S->options.PredationPresent == "Yes";
     return ran;

@@ -78,8 +78,10 @@ void BootstrapStatistics::Boot1C0andOmega() {
   for (const double p : {0.025, 0.975}) {
     const long i = PercentileIndex(E, p);
     out.PrintPart(p < 0.5 ? "0.025 PCI" : "0.975 PCI");
-    for (int k = 0; k < 4; ++k)
-      out.PrintPart(Tab{19 + 10 * k}, RoundDisplay(i >= 1 && i <= E ? sorted[k][static_cast<std::size_t>(i - 1)] : 0, 2));
+    for (int k = 0; k < 4; ++k) {
+      const double limit = i >= 1 && i <= E ? sorted[k][static_cast<std::size_t>(i - 1)] : 0;
+      out.PrintPart(Tab{19 + 10 * k}, RoundDisplay(limit, 2));
+    }
     out.NewLine();
   }
 }

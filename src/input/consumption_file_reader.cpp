@@ -12,6 +12,8 @@ namespace {
 
 std::string Text(double v) { return FullPrecision(v); }
 
+constexpr double kMaxDailyConsumption = 1e9;
+
 }  // namespace
 
 void ConsumptionFileReader::ReadCxjNewSub() {
@@ -58,6 +60,8 @@ void ConsumptionFileReader::ReadConsumptionFile(const std::string& path) {
         Fault("The consumption record of individual no. " + no + " has more values than the " +
               std::to_string(days) + " days it lived, or lacks its closing -1.");
       if (v < 0) Fault(where + " is negative (" + Text(v) + ").");
+      // Sums over a cohort must stay finite numbers.
+      if (!(v <= kMaxDailyConsumption)) Fault(where + " is too large (" + in.LastText() + ").");
       S.pool.OriginalConsumption(i, day - 1) = v;
       W.cohort.Consumption(i, day - 1) = v;
     }

@@ -82,7 +82,8 @@ TEST(Predation, BasicRunRatesWorkedByHand) {
   EXPECT_EQ(S.options.PredationPresent, "Yes");
   const auto& c = S.ws.predation;
   const int F = 2, M = 3;
-  const double hand[][4] = {{0, 1, 0.5}, {1, 1, 1}, {2, 1, 2}, {2, F, 5}, {2, M, 3}, {3, F, 5.5}, {3, M, 3}, {4, F, 3.5}};
+  const double hand[][3] = {{0, 1, 0.5}, {1, 1, 1},   {2, 1, 2}, {2, F, 5},
+                            {2, M, 3},   {3, F, 5.5}, {3, M, 3}, {4, F, 3.5}};
   for (const auto& h : hand) EXPECT_DOUBLE_EQ(c.Cxj(static_cast<long>(h[0]), static_cast<long>(h[1])), h[2]);
   EXPECT_DOUBLE_EQ(c.Ctxj(3, F), 11);
   EXPECT_DOUBLE_EQ(c.C0, 9);
@@ -131,6 +132,7 @@ TEST(Predation, NothingEatenOrNoOffspringGiveZerosNotFaults) {
   }
   {
     PredatorRun run(kEaten, "0");  // fecundity coefficient 0: R0 = 0
+    run.P.Answer("Net reproductive rate = 0!", "OK").Answer("Net reproductive rate = 0!", "OK");
     run.Run();
     const auto& c = run.S.ws.predation;
     EXPECT_EQ(run.S.params.R0_Basic, 0);
