@@ -15,6 +15,8 @@
 #include "support/cohort.h"
 #include "support/fake_prompts.h"
 #include "support/test_support.h"
+#include "ui/chart_figures.h"
+#include "ui/chart_regression.h"
 
 namespace korvan {
 namespace {
@@ -118,6 +120,14 @@ TEST(Predation, BasicRunRatesWorkedByHand) {
   EXPECT_NE(fig.find("\n5,0,0,0\n"), std::string::npos);  // the closing row
   EXPECT_TRUE(test::ReadFile(run.dir.file("predator_Fig_Cxja.txt")).rfind("\"Predation rate matrix (C)\"", 0) == 0);
   EXPECT_NE(test::ReadFile(run.dir.file("predator_G_Total consumption-all.txt")).find("4,10"), std::string::npos);
+
+  // The console's figures: c(x,j) by stage, and fecundity against the females' consumption.
+  const ChartPanel cxj = BuildFigure(S, "ShowCxj");
+  ASSERT_EQ(cxj.series.size(), 3u);
+  EXPECT_EQ(cxj.series[1].values[3], 5.5);
+  const ChartPanel reg = BuildFigure(S, "ShowFRegOnConsumption");
+  EXPECT_EQ(reg.xValues, (std::vector<double>{10, 17}));  // females 4 and 1, 2 and 6 eggs
+  EXPECT_TRUE(HasConsumptionData(S));
 }
 
 TEST(Predation, NothingEatenOrNoOffspringGiveZerosNotFaults) {
