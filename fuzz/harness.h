@@ -77,6 +77,11 @@ Outcome RunCsvFile(Workbench& bench, const std::uint8_t* data, std::size_t size)
 // in a Fast Run, then "A3. Bootstrap" repeating the samples of the record, on one thread.
 Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
+// The bytes as the file of R0 and its bootstrap SE that "H. Harvest" reads at each conservation
+// level that needs it, and as the pooled cohort's "_ZZ-population parameters.txt" of
+// "I. Contribution", after the Basic Run of the cohort of RunRecordFile.
+Outcome RunHarvestAndContributionFiles(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
 // The cohort of RunRecordFile: individuals 1..6, F M N F M N.
 extern const char* const kRecordCohort;
 
