@@ -47,7 +47,8 @@ class ParameterEngine : public EngineProcedures {
   // The same walk at another rate r, into v and its survival column (the contribution of one
   // type of offspring values each cell at the pooled r).
   using AgeStage = Mat<double, kMaxAge, kMaxStage>;
-  void ReproductiveValueWalk(double r, AgeStage& v, AgeStage& survivors);
+  // The walk starts from the cells of stage firstStage on.
+  void ReproductiveValueWalk(double r, AgeStage& v, AgeStage& survivors, int firstStage = 1);
 
   // Stable age-stage distribution and its output.
   void Life05a();

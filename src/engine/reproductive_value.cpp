@@ -85,14 +85,18 @@ void ParameterEngine::Life05Gosub1480() {
 
 void ParameterEngine::AgeStageReproductiveValue(bool keepBasicCopy) {
   auto& p = W.params;
-  ReproductiveValueWalk(p.r, p.Vxj, p.Survivors);
+  // A resampling pass reads v(x,j) of the female stage alone (its first age and its peak): the
+  // walks from the preadult cells are left out there, unless a flow record wants their lines.
+  const std::string& flow = S.options.FlowMode;
+  const bool femaleOnly = W.run.IsResamplingFlag == "y" && !keepBasicCopy && (flow.empty() || flow[0] == 'N');
+  ReproductiveValueWalk(p.r, p.Vxj, p.Survivors, femaleOnly ? S.header.StageCount : 1);
   if (!keepBasicCopy) return;
   const auto& lt = W.lifeTable;
   for (int j = 1; j <= S.header.StageCount; ++j)
     for (int x = lt.StageFirstAge(j); x <= lt.StageLastAge(j); ++x) Keep().params.VxjBasic(x, j) = p.Vxj(x, j);
 }
 
-void ParameterEngine::ReproductiveValueWalk(double r, AgeStage& v, AgeStage& survivors) {
+void ParameterEngine::ReproductiveValueWalk(double r, AgeStage& v, AgeStage& survivors, int firstStage) {
   auto& p = W.params;
   const auto& t = W.tables;
   const auto& lt = W.lifeTable;
@@ -101,7 +105,7 @@ void ParameterEngine::ReproductiveValueWalk(double r, AgeStage& v, AgeStage& sur
   walkR_ = r;
   walkSurvivors_ = &survivors;
   MakeDiscountTable(r, tu, t.LastAge);
-  for (int j = 1; j <= m; ++j) {
+  for (int j = firstStage; j <= m; ++j) {
     for (int x = lt.StageFirstAge(j); x <= lt.StageLastAge(j); ++x) {
       double before = t.Sxj(x, j);
       survivors(x, j) = before;
