@@ -130,9 +130,46 @@ def write(name, treatment, seed, slow, life, more):
         out.write("\n".join(lines) + "\n")
 
 
+# Rearing cost of one individual per day in each stage (Egg .. Female, then Male), for the
+# harvest analysis of a mass rearing: the 25 C cohort with its costs in the head.
+COSTS = "0.001,0.004,0.004,0.004,0.02,0.01"
+
+
+def write_costs():
+    here = os.path.dirname(os.path.abspath(__file__))
+    with open(os.path.join(here, "mite.txt")) as source:
+        lines = source.read().split("\n")
+    lines.insert(7, COSTS)
+    with open(os.path.join(here, "mite_costs.txt"), "w", newline="\n") as out:
+        out.write("\n".join(lines))
+
+
+def write_daughters():
+    """The 25 C cohort counting only the eggs that became daughters (three in four of each
+    day's eggs, rounded down): one type of offspring for the contribution analysis."""
+    here = os.path.dirname(os.path.abspath(__file__))
+    with open(os.path.join(here, "mite.txt")) as source:
+        lines = source.read().split("\n")
+    out_lines, eggs = [], False
+    for line in lines:
+        fields = [f.strip() for f in line.split(",")]
+        if len(fields) > 1 and fields[1] in ("F", "M", "N"):
+            eggs = fields[1] == "F"
+        elif eggs and line:
+            values = [int(f) for f in fields]
+            line = ",".join(number(v if v < 0 else (3 * v) // 4) for v in values)
+            eggs = -1 not in values
+        out_lines.append(line)
+    out_lines[2] = '"Bean leaf discs 25 C 16L:8D, daughters only"'
+    with open(os.path.join(here, "mite_daughters.txt"), "w", newline="\n") as out:
+        out.write("\n".join(out_lines))
+
+
 def main():
     for treatment in TREATMENTS:
         write(*treatment)
+    write_costs()
+    write_daughters()
 
 
 if __name__ == "__main__":

@@ -237,6 +237,41 @@ Outcome RunConsumptionFile(Workbench& bench, const std::uint8_t* data, std::size
   return ran;
 }
 
+// The cohort of the record with the rearing cost of each stage in its head.
+const char* const kCostCohort =
+    "Project: Record\nTester\nLab 25C\n6\n2, 4\n"
+    "F,Egg,Larva,Nymph,Female\nM,Egg,Larva,Nymph,Male\n0.5,1,1,2,1.5\nEgg,Nymph\n"
+    " 1 ,F, 2, 4, 3, 5\n1,0,3,-1\n 2 ,M, 2, 4, 3, 6\n 3 ,N, 2, 4,-3\n"
+    " 4 ,F, 3, 4, 3, 3\n2,2,2,-1\n 5 ,M, 2, 5, 3, 4\n 6 ,N,-1\n";
+
+Outcome RunHarvestAndContributionFiles(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string cohort = bench.Put("cohort.txt", kCostCohort, std::strlen(kCostCohort));
+  const std::string file = bench.Add("parameters.txt", data, size);
+  Outcome ran;
+  // The file as the R0 and SE of a bootstrap under each level that reads it, then as the pooled
+  // cohort's parameters of a contribution; each in a session of its own.
+  for (const char* level : {"Ro-SE", "Ro(0.025)", "Other", "contribution"}) {
+    ran = Guarded([&] {
+      auto S = StartedSession();
+      AcceptingPrompts P;
+      AllStepsRun(*S, P, cohort, true);
+      Outcome out;
+      out.basicRunDone = S->basic.BasicRunDone == "yes";
+      if (std::string(level) == "contribution") {
+        P.files["1. Read population parameters of all offspring"] = file;
+        Press(*S, P, "ContributionPartition");
+      } else {
+        P.inputs["Conservation level"] = level;
+        P.files["Open Z-Ro and bootSE for harvest.txt"] = file;
+        Press(*S, P, "cmdHarvest");
+      }
+      return out;
+    });
+    bench.ExpectIntact(file, data, size);
+  }
+  return ran;
+}
+
 const char* const kColumnFile =
     "\"Fixed-r\"\n\"Next line is Bootstrap sample size (n)\"\n20\n"
     "\"Next line is total effective Bootstrap number (B)\"\n20\n\"r\",20,0.2\n"

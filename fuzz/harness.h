@@ -82,6 +82,11 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
 // consumption read.
 Outcome RunConsumptionFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
+// The bytes as the file of R0 and its bootstrap SE that "H. Harvest" reads at each conservation
+// level that needs it, and as the pooled cohort's "_ZZ-population parameters.txt" of
+// "I. Contribution", after the Basic Run of the cohort of RunRecordFile.
+Outcome RunHarvestAndContributionFiles(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
 // The cohort of RunRecordFile: individuals 1..6, F M N F M N.
 extern const char* const kRecordCohort;
 

@@ -17,11 +17,18 @@ class AnsweredPrompts : public PromptService {
              int defaultButton = 1) override {
     return scripted_.MsgBox(text, title, buttons, defaultButton);
   }
+  // A form's fields (QtPrompts::Preset) come before the answer files.
   std::string InputBox(const std::string& text, const std::string& title,
                        const std::string& defaultText = "") override {
+    std::string preset;
+    if (qt_.TakePreset(title, preset)) return preset;
     return scripted_.InputBox(text, title, defaultText);
   }
-  std::string ChooseFile(const std::string& title) override { return scripted_.ChooseFile(title); }
+  std::string ChooseFile(const std::string& title) override {
+    std::string preset;
+    if (qt_.TakePreset(title, preset)) return preset;
+    return scripted_.ChooseFile(title);
+  }
   void Status(const std::string& label, const std::string& text) override { qt_.Status(label, text); }
   void Progress(long done, long total) override { qt_.Progress(done, total); }
   void Beep() override { qt_.Beep(); }

@@ -23,6 +23,7 @@
 #include <QVBoxLayout>
 #include <functional>
 
+#include "analysis_forms.h"
 #include "chart_view.h"
 #include "large_graph.h"
 #include "store/faults.h"
@@ -418,8 +419,27 @@ bool ConsoleWindow::Press(const std::string& control) {
     emit programEnded(0);
     return true;
   }
+  // The harvest and contribution forms: their fields answer the command's dialogues. A script
+  // answers them itself.
+  if (!scriptActive_ && (command->control == "cmdHarvest" || command->control == "ContributionPartition")) {
+    ShowAnalysisForm(*command);
+    return true;
+  }
   StartCommand(*command);
   return true;
+}
+
+void ConsoleWindow::ShowAnalysisForm(const CommandInfo& command) {
+  const CommandInfo* info = &command;
+  auto calculate = [this, info](const FormAnswers& answers) {
+    if (running_) return;
+    qtPrompts_.Preset(answers);
+    StartCommand(*info);
+  };
+  auto add = [this](const std::string& name, QLineEdit* field) { formFields_[name] = field; };
+  QWidget* form = command.control == "cmdHarvest" ? HarvestForm(this, *store_, calculate, add)
+                                                   : ContributionForm(this, *store_, calculate, add);
+  form->show();
 }
 
 void ConsoleWindow::StartCommand(const CommandInfo& command) {
@@ -679,6 +699,10 @@ void ConsoleWindow::ShowStatus(const std::string& label, const std::string& text
   if (label.size() > colourMark.size() && label.compare(label.size() - colourMark.size(), colourMark.size(), colourMark) == 0) {
     auto it = fields_.find(label.substr(0, label.size() - colourMark.size()));
     if (it != fields_.end()) it->second->setStyleSheet("background: " + BackColour(text) + ";");
+    return;
+  }
+  if (auto it = formFields_.find(label); it != formFields_.end() && it->second) {
+    it->second->setText(Q(text));
     return;
   }
   if (auto it = fields_.find(label); it != fields_.end()) {

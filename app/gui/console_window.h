@@ -5,6 +5,7 @@
 // timers' labels. Commands run on a worker thread; the window stays responsive and keeps every
 // command closed until the one running has ended.
 #include <QMainWindow>
+#include <QPointer>
 #include <QString>
 #include <chrono>
 #include <map>
@@ -96,6 +97,8 @@ class ConsoleWindow : public QMainWindow, private ConsoleSink {
   // The results form (a grid of the life table by age) and the frequency form of a bootstrap.
   void ShowResultForm();
   void ShowFrequencyForm();
+  // The form of "H. Harvest" or "I. Contribution", whose main button runs the command.
+  void ShowAnalysisForm(const CommandInfo& command);
   // After C, Q and the Tukey table: their grid (MSFlexGrid1) in a tab beside the charts.
   void ShowComparisonGrid(const std::string& control);
   // Enables the buttons and shows the frames as the session's console state says; while a
@@ -129,6 +132,8 @@ class ConsoleWindow : public QMainWindow, private ConsoleSink {
 
   std::map<std::string, QPushButton*> buttons_;
   std::map<std::string, QLineEdit*> fields_;
+  // The result fields of the open harvest and contribution forms.
+  std::map<std::string, QPointer<QLineEdit>> formFields_;
   std::map<std::string, QLabel*> labels_;
   std::map<std::string, QGroupBox*> frames_;
   QTabWidget* chartTabs_ = nullptr;

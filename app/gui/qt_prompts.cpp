@@ -79,8 +79,23 @@ int QtPrompts::MsgBox(const std::string& text, const std::string& title, int but
   return answer;
 }
 
+void QtPrompts::Preset(std::map<std::string, std::string> answers) {
+  std::lock_guard<std::mutex> lock(mutex_);
+  presets_ = std::move(answers);
+}
+
+bool QtPrompts::TakePreset(const std::string& title, std::string& answer) {
+  std::lock_guard<std::mutex> lock(mutex_);
+  auto it = presets_.find(title);
+  if (it == presets_.end()) return false;
+  answer = it->second;
+  presets_.erase(it);
+  return true;
+}
+
 std::string QtPrompts::InputBox(const std::string& text, const std::string& title, const std::string& defaultText) {
   std::string result;
+  if (TakePreset(title, result)) return result;
   OnWindowThread([&] {
     Flush();
     QInputDialog dialog(parent_);
@@ -96,6 +111,7 @@ std::string QtPrompts::InputBox(const std::string& text, const std::string& titl
 
 std::string QtPrompts::ChooseFile(const std::string& title) {
   std::string result;
+  if (TakePreset(title, result)) return result;
   OnWindowThread([&] {
     Flush();
     const QString path = QFileDialog::getOpenFileName(parent_, Q(title), Q(lastFolder_),

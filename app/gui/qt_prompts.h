@@ -9,6 +9,7 @@
 // turn, so a bootstrap that writes a label per sample never floods the window.
 #include <QWidget>
 #include <atomic>
+#include <map>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -44,6 +45,11 @@ class QtPrompts : public PromptService {
 
   // Hands what is waiting to the window now (on the window's thread).
   void Flush();
+  // Answers of a form's fields, by dialogue title: each answers its input box or file chooser
+  // once, in place of the dialogue.
+  void Preset(std::map<std::string, std::string> answers);
+  // The preset answer of a dialogue, once: false when there is none.
+  bool TakePreset(const std::string& title, std::string& answer);
 
  private:
   // Runs f on the window's thread and waits for it.
@@ -61,6 +67,7 @@ class QtPrompts : public PromptService {
   int beeps_ = 0;
   std::atomic<bool> flushPosted_{false};
   std::string lastFolder_;
+  std::map<std::string, std::string> presets_;
 };
 
 }  // namespace korvan::gui

@@ -7,6 +7,7 @@
 #include "commands/bootstrap_driver.h"
 #include "commands/curtailed_r_command.h"
 #include "commands/general_bootstrap_command.h"
+#include "commands/harvest_command.h"
 #include "commands/jackknife_command.h"
 #include "commands/paired_test_commands.h"
 #include "commands/tukey_command.h"
@@ -58,6 +59,8 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdSplitStage", Run<TransformCommands, &TransformCommands::cmdSplitStage_Click>},
       {"cmdSplit", Run<TransformCommands, &TransformCommands::cmdSplit_Click>},
       {"cmdReduceReprodPeriod", Run<TransformCommands, &TransformCommands::cmdReduceReprodPeriod_Click>},
+      {"cmdHarvest", Run<FurtherAnalysisForms, &FurtherAnalysisForms::cmdHarvest_Click>},
+      {"ContributionPartition", Run<FurtherAnalysisForms, &FurtherAnalysisForms::ContributionPartition_Click>},
   };
   return handlers;
 }

@@ -12,6 +12,9 @@ namespace korvan {
 
 void LifeTableEngine::AgeStageLifeExpectancy() {
   FlowEngine("AgeStageLifeExpectancy");
+  // A resampling pass reads neither e(x,j) nor e(x): they serve the Basic Run's tables and
+  // figures. With a flow record the walk still runs, for the lines it writes.
+  if (W.run.IsResamplingFlag == "y" && (S.options.FlowMode.empty() || S.options.FlowMode[0] == 'N')) return;
   const auto& T = W.tables;
   auto& L = W.lifeTable;
   auto& sp = L.Survivors;  // s'(y,k): chance of reaching (y,k) from the start cell

@@ -98,9 +98,7 @@ void ParameterEngine::ContributionSum() {
   const long b = static_cast<long>(W.run.Boot);
   if (b > d.ContributionBootCount) return;
   const double r = b == 0 ? d.ContributionPooledR : d.ContributionBootR(b);
-  const auto& t = W.tables;
-  double sum = 0;
-  for (int x = 0; x <= t.LastAge; ++x) sum += std::exp(-r * (x + 1)) * t.Lx(x) * W.params.Mx(x);
+  const double sum = ContributionToRateSum(W.tables.Lx, W.params.Mx, W.tables.LastAge, r);
   if (b > 0)
     W.boot.sample.ContributionSum = sum;
   else if (BasicPass())
@@ -396,20 +394,32 @@ void ParameterEngine::CalculusParameters(Twin twin) {
 void ParameterEngine::NormaliseSadAndVx(double r) {
   auto& p = W.params;
   const auto& t = W.tables;
-  const double tu = S.settings.TimeUnit;
+  StableAgeAndReproductiveValue(p.SadRaw, t.Lx, p.Mx, t.LastAge, r, S.settings.TimeUnit, p.Ax, p.Vx);
+  for (int x = 0; x <= t.LastAge; ++x) p.Ax2(x) = p.Ax(x);
+}
+
+void StableAgeAndReproductiveValue(const Vec<double, 0, kMaxAge>& raw, const Vec<double, 0, kMaxAge>& lx,
+                                   const Vec<double, 0, kMaxAge>& mx, int lastAge, double r, double timeUnit,
+                                   Vec<double, 0, kMaxAge>& ax, Vec<double, 0, kMaxAge>& vx) {
   double sum = 0;
-  for (int x = 0; x <= t.LastAge; ++x) {
-    p.Ax(x) = p.SadRaw(x);
-    sum += p.SadRaw(x);
+  for (int x = 0; x <= lastAge; ++x) {
+    ax(x) = raw(x);
+    sum += raw(x);
   }
   double acc = 0;
-  for (int x = t.LastAge; x >= 0; --x) {
-    p.Ax(x) = p.Ax(x) / sum;
-    p.Ax2(x) = p.Ax(x);
-    const double e = std::exp(ConvertExponent(-r * (x + 1), tu));
-    acc = e * t.Lx(x) * p.Mx(x) + acc;
-    p.Vx(x) = (1 / (e * t.Lx(x))) * acc;
+  for (int x = lastAge; x >= 0; --x) {
+    ax(x) = ax(x) / sum;
+    const double e = std::exp(ConvertExponent(-r * (x + 1), timeUnit));
+    acc = e * lx(x) * mx(x) + acc;
+    vx(x) = (1 / (e * lx(x))) * acc;
   }
+}
+
+double ContributionToRateSum(const Vec<double, 0, kMaxAge>& lx, const Vec<double, 0, kMaxAge>& mx, int lastAge,
+                             double r) {
+  double sum = 0;
+  for (int x = 0; x <= lastAge; ++x) sum += std::exp(-r * (x + 1)) * lx(x) * mx(x);
+  return sum;
 }
 
 void ParameterEngine::LifeExpectancyWalk(bool clear) {

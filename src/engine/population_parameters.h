@@ -44,6 +44,11 @@ class ParameterEngine : public EngineProcedures {
   void Life05Gosub90Then1080();
   void Life05Gosub90Then1080Boot();
   void Life05Gosub1480();
+  // The same walk at another rate r, into v and its survival column (the contribution of one
+  // type of offspring values each cell at the pooled r).
+  using AgeStage = Mat<double, kMaxAge, kMaxStage>;
+  // The walk starts from the cells of stage firstStage on.
+  void ReproductiveValueWalk(double r, AgeStage& v, AgeStage& survivors, int firstStage = 1);
 
   // Stable age-stage distribution and its output.
   void Life05a();
@@ -133,6 +138,9 @@ class ParameterEngine : public EngineProcedures {
   void MakeDiscountTable(double r, double timeUnit, int lastAge);
   double DiscountAt(double r, int a, double timeUnit) const;
   double discount_[kMaxAge + 2];
+  // The rate and the survival column of the walk in hand (Life05Gosub1480 goes on with them).
+  double walkR_ = 0;
+  AgeStage* walkSurvivors_ = nullptr;
   int discountLast_ = -1;
   double discountR_ = 0, discountTimeUnit_ = 0;
 
@@ -146,6 +154,16 @@ class ParameterEngine : public EngineProcedures {
 // l(x) exp(-r a) m(x), with a = x when ages count from zero (the convention "x"), else x + 1,
 // the exponent by the time rule of ConvertExponent. Each term goes to terms when it is given.
 // r is the intrinsic rate where the sum is 1.
+// The part of the Euler-Lotka equation of a pooled population that one life table gives: the
+// sum over x = 0..lastAge of exp(-r (x + 1)) l(x) m(x), on the age index (no time unit).
+double ContributionToRateSum(const Vec<double, 0, kMaxAge>& lx, const Vec<double, 0, kMaxAge>& mx, int lastAge,
+                             double r);
+// The stable age distribution as proportions from its raw terms, and the age-specific
+// reproductive value v(x) = (sum over i >= x of E(i) l(i) m(i)) / (E(x) l(x)), E(a) = exp(-r (a+1)).
+void StableAgeAndReproductiveValue(const Vec<double, 0, kMaxAge>& raw, const Vec<double, 0, kMaxAge>& lx,
+                                   const Vec<double, 0, kMaxAge>& mx, int lastAge, double r, double timeUnit,
+                                   Vec<double, 0, kMaxAge>& ax, Vec<double, 0, kMaxAge>& vx);
+
 double EulerLotkaSum(const Vec<double, 0, kMaxAge>& lx, const Vec<double, 0, kMaxAge>& mx, int lastAge, double r,
                      double timeUnit, bool ageFromZero, Vec<double, 0, kMaxAge>* terms = nullptr);
 // The time rule on the exponent of the Euler-Lotka terms: four fractional time units divide.
@@ -157,6 +175,14 @@ inline double AgeInRateUnits(int x, double timeUnit) { return ConvertExponentFul
 // An age count in rate units as the report tables show it: 2 decimals for the fractional
 // time units, else x times the time unit.
 double AgeInTable(int x, double timeUnit);
+
+// The heading of a figure file of age-stage values: "Age," and the names of the stages, the
+// male's or "-".
+std::string StageFigureHeading(const SessionStore& S);
+// A figure file of an age-stage matrix: its title, that heading, and a row per age 0..last with
+// the age in rate units and the values of stages 1..m + 1 at full precision.
+void WriteStageFigure(const SessionStore& S, const std::string& suffix, const char* title,
+                      const Mat<double, kMaxAge, kMaxStage>& M, int last);
 
 // StepFiniteRate of the Calculus path: lambda to the time unit, as the root for fractions.
 double StepFiniteRateFor(double lambda, double timeUnit);

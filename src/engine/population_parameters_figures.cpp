@@ -26,6 +26,28 @@ void Heading(TextFile& f, const char* text) {
 
 }  // namespace
 
+std::string StageFigureHeading(const SessionStore& S) {
+  const int m = S.header.StageCount;
+  std::string line = "Age,";
+  for (int j = 1; j <= m; ++j) line += S.header.StageName(1, j) + ",";
+  line += S.header.MaleCount == 0 ? std::string("-") : S.header.StageName(1, m + 1);
+  return line;
+}
+
+void WriteStageFigure(const SessionStore& S, const std::string& suffix, const char* title,
+                      const Mat<double, kMaxAge, kMaxStage>& M, int last) {
+  TextFile f(OutputName(S, suffix));
+  f.Write(title);
+  f.RawText(StageFigureHeading(S));
+  f.NewLine();
+  for (int x = 0; x <= last; ++x) {
+    std::string line = NumberText(AgeInRateUnits(x, S.settings.TimeUnit));
+    for (int j = 1; j <= S.header.StageCount + 1; ++j) line += "," + FullPrecision(M(x, j));
+    f.RawText(line);
+    f.NewLine();
+  }
+}
+
 void ParameterEngine::Life05aGosub3610() {
   FlowEngine("Life05aGosub3610");
   figure_.Open(S.identity.OutputFileName);
@@ -42,11 +64,7 @@ void ParameterEngine::Life05aGosub3650() {
 
 void ParameterEngine::Life05aGosub3750() {
   FlowEngine("Life05aGosub3750");
-  const int m = S.header.StageCount;
-  std::string line = "Age,";
-  for (int j = 1; j <= m; ++j) line += S.header.StageName(1, j) + ",";
-  line += S.header.MaleCount == 0 ? std::string("-") : S.header.StageName(1, m + 1);
-  figure_.RawText(line);
+  figure_.RawText(StageFigureHeading(S));
   figure_.NewLine();
 }
 

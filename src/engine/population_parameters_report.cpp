@@ -1,7 +1,6 @@
 // The main age-specific table of the report with its block of parameters, and the check of
 // R0 against the mean fecundity.
 #include <cmath>
-#include <ctime>
 #include <string>
 
 #include "engine/population_parameters.h"
@@ -62,15 +61,7 @@ void ParameterEngine::Life05aGosub0800() {
 
   NewMainTablePage(C);
   out.Print("Table", C.MainTableNumber, ". Age-specific life table");
-  {
-    std::time_t now = std::time(nullptr);
-    std::tm tm{};
-    localtime_r(&now, &tm);
-    char date[16], clock[16];
-    std::strftime(date, sizeof date, "%m-%d-%Y", &tm);
-    std::strftime(clock, sizeof clock, "%H:%M:%S", &tm);
-    out.Print("Date: ", date, Tab{63}, "Time: ", clock);
-  }
+  PrintDateAndTime(out);
   out.Print(Line(82, '='));
   Life05aGosub1100();
   for (int x = 0; x <= t.LastAge; ++x) {

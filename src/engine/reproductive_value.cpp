@@ -58,6 +58,8 @@ void ParameterEngine::Life05Gosub1480() {
     FlowEngine("Life05Gosub1480");
   }
   auto& p = W.params;
+  auto& survivors = *walkSurvivors_;
+  const double r = walkR_;
   const auto& t = W.tables;
   const auto& lt = W.lifeTable;
   const double tu = S.settings.TimeUnit;
@@ -71,11 +73,11 @@ void ParameterEngine::Life05Gosub1480() {
     ++d;
     for (int y = x + d; y <= t.LastAge && y <= lt.StageLastAge(k); ++y) {
       if (y == x + d)
-        before = t.Dxj(y - 1, k - 1) * p.Survivors(y - 1, k - 1);
+        before = t.Dxj(y - 1, k - 1) * survivors(y - 1, k - 1);
       else
-        before = t.Gxj(y - 1, k) * before + t.Dxj(y - 1, k - 1) * p.Survivors(y - 1, k - 1);
-      p.Survivors(y, k) = before;
-      acc = DiscountAt(p.r, y, tu) * before * t.Fxj(y, k) + acc;
+        before = t.Gxj(y - 1, k) * before + t.Dxj(y - 1, k - 1) * survivors(y - 1, k - 1);
+      survivors(y, k) = before;
+      acc = DiscountAt(r, y, tu) * before * t.Fxj(y, k) + acc;
     }
   }
   p.VAcc = acc;
@@ -83,34 +85,48 @@ void ParameterEngine::Life05Gosub1480() {
 
 void ParameterEngine::AgeStageReproductiveValue(bool keepBasicCopy) {
   auto& p = W.params;
+  // A resampling pass reads v(x,j) of the female stage alone (its first age and its peak): the
+  // walks from the preadult cells are left out there, unless a flow record wants their lines.
+  const std::string& flow = S.options.FlowMode;
+  const bool femaleOnly = W.run.IsResamplingFlag == "y" && !keepBasicCopy && (flow.empty() || flow[0] == 'N');
+  ReproductiveValueWalk(p.r, p.Vxj, p.Survivors, femaleOnly ? S.header.StageCount : 1);
+  if (!keepBasicCopy) return;
+  const auto& lt = W.lifeTable;
+  for (int j = 1; j <= S.header.StageCount; ++j)
+    for (int x = lt.StageFirstAge(j); x <= lt.StageLastAge(j); ++x) Keep().params.VxjBasic(x, j) = p.Vxj(x, j);
+}
+
+void ParameterEngine::ReproductiveValueWalk(double r, AgeStage& v, AgeStage& survivors, int firstStage) {
+  auto& p = W.params;
   const auto& t = W.tables;
   const auto& lt = W.lifeTable;
   const double tu = S.settings.TimeUnit;
   const int m = S.header.StageCount;
-  MakeDiscountTable(p.r, tu, t.LastAge);
-  for (int j = 1; j <= m; ++j) {
+  walkR_ = r;
+  walkSurvivors_ = &survivors;
+  MakeDiscountTable(r, tu, t.LastAge);
+  for (int j = firstStage; j <= m; ++j) {
     for (int x = lt.StageFirstAge(j); x <= lt.StageLastAge(j); ++x) {
       double before = t.Sxj(x, j);
-      p.Survivors(x, j) = before;
-      double acc = DiscountAt(p.r, x, tu) * before * t.Fxj(x, j);
+      survivors(x, j) = before;
+      double acc = DiscountAt(r, x, tu) * before * t.Fxj(x, j);
       for (int y = x + 1; y <= t.LastAge && y <= lt.StageLastAge(j); ++y) {
         before = t.Gxj(y - 1, j) * before;
-        p.Survivors(y, j) = before;
-        acc = DiscountAt(p.r, y, tu) * before * t.Fxj(y, j) + acc;
+        survivors(y, j) = before;
+        acc = DiscountAt(r, y, tu) * before * t.Fxj(y, j) + acc;
       }
-      const double ex = DiscountAt(p.r, x, tu);
+      const double ex = DiscountAt(r, x, tu);
       if (j < m) {
         p.VStartAge = x;
         p.VStartStage = j;
         p.VAcc = acc;
         Life05Gosub1480();
         acc = p.VAcc;
-        p.Vxj(x, j) = p.Survivors(x, j) > 0 ? (1 / (ex * p.Survivors(x, j))) * acc : 0;
+        v(x, j) = survivors(x, j) > 0 ? (1 / (ex * survivors(x, j))) * acc : 0;
       } else {
         // The female stage: the test is on the sum.
-        p.Vxj(x, j) = acc == 0 ? 0 : (1 / (ex * p.Survivors(x, j))) * acc;
+        v(x, j) = acc == 0 ? 0 : (1 / (ex * survivors(x, j))) * acc;
       }
-      if (keepBasicCopy) Keep().params.VxjBasic(x, j) = p.Vxj(x, j);
     }
   }
 }

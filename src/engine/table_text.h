@@ -1,6 +1,7 @@
 #pragma once
 // Cell texts of the tables of the main output.
 #include <cmath>
+#include <ctime>
 #include <string>
 
 #include "run/run_context.h"
@@ -19,6 +20,17 @@ inline std::string CellText(double v) {
   const double a = std::fabs(v);
   const int decimals = a <= 1 ? 4 : a <= 300 ? 2 : a <= 3000 ? 1 : 0;
   return PrintNumber(RoundDisplay(v, decimals));
+}
+
+// "Date: " and "Time: " of the moment, as the age tables head them.
+inline void PrintDateAndTime(TextFile& out) {
+  std::time_t now = std::time(nullptr);
+  std::tm tm{};
+  localtime_r(&now, &tm);
+  char date[16], clock[16];
+  std::strftime(date, sizeof date, "%m-%d-%Y", &tm);
+  std::strftime(clock, sizeof clock, "%H:%M:%S", &tm);
+  out.Print("Date: ", date, Tab{63}, "Time: ", clock);
 }
 
 // The page mark before a table of the main output: a form feed (none before the first page),

@@ -1,5 +1,6 @@
 #include "input/field_reader.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -140,6 +141,27 @@ bool FieldReader::HasMoreData() const {
   for (std::size_t p = pos_; p < text_.size(); ++p)
     if (!IsBlank(text_[p]) && !IsLineEnd(text_[p]) && text_[p] != ',') return true;
   return false;
+}
+
+std::string ReadFieldPattern(const std::string& path, std::string_view pattern, std::vector<std::string>& strings,
+                             std::vector<double>& numbers) {
+  strings.clear();
+  numbers.clear();
+  try {
+    FieldReader in(path);
+    for (char kind : pattern) {
+      if (kind == 's') {
+        strings.push_back(in.ReadString());
+        continue;
+      }
+      numbers.push_back(in.ReadNumber());
+      if (!in.LastNumberValid() || !std::isfinite(numbers.back()))
+        return "\"" + in.LastText() + "\" on line " + std::to_string(in.Line()) + " is not a number";
+    }
+  } catch (const ProgramEnd& e) {
+    return e.message;
+  }
+  return {};
 }
 
 }  // namespace korvan

@@ -12,6 +12,8 @@
 // has the record's title.
 #include <cstddef>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace korvan {
 
@@ -61,5 +63,11 @@ class FieldReader {
   bool lastValid_ = true;
   std::string lastText_;
 };
+
+// Reads a small file of fields by a pattern, 's' a string and 'n' a number, into the two lists.
+// Returns the fault in words (a field that is not a finite number, the file ending early, a file
+// that can't be read), or an empty string.
+std::string ReadFieldPattern(const std::string& path, std::string_view pattern, std::vector<std::string>& strings,
+                             std::vector<double>& numbers);
 
 }  // namespace korvan

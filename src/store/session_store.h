@@ -13,6 +13,7 @@
 #include "store/bounded.h"
 #include "store/comparison.h"
 #include "store/console_state.h"
+#include "store/further_analyses.h"
 #include "store/life_table.h"
 #include "store/limits.h"
 #include "store/parameters.h"
@@ -222,6 +223,8 @@ struct SessionStore {
   AdultLifeTable adult;
   ImmatureLifeTable immature;
   PredationRecord predation;
+  HarvestRecord harvest;
+  ContributionRecord contribution;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.

@@ -29,6 +29,7 @@ struct EngineRun {
   }
   EngineRun& Expectancy() {
     Engine();
+    S.ws.run.IsResamplingFlag = "n";  // a resampling pass leaves life expectancy out
     E.AgeStageLifeExpectancy();
     return *this;
   }
@@ -340,6 +341,7 @@ TEST(LifeExpectancy, FractionalTimeUnitsAndCellsWithoutIndividuals) {
   r.Engine();
   L.Exj(4, 2) = 42;
   L.Survivors(4, 2) = 9;
+  r.S.ws.run.IsResamplingFlag = "n";
   r.E.AgeStageLifeExpectancy();
   EXPECT_EQ(L.Exj(4, 2), 42);
   EXPECT_EQ(L.Exj(2, 2), 2);

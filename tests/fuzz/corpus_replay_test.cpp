@@ -84,6 +84,13 @@ TEST(FuzzCorpus, DataFilesWithRearingCostsRunThroughEveryStep) {
     EXPECT_NE(endings[bad].message.find("If there is no rearing cost"), std::string::npos) << endings[bad].message;
 }
 
+TEST(FuzzCorpus, HarvestAndContributionFilesRunOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("harvest_file", RunHarvestAndContributionFiles);
+  ASSERT_GE(endings.size(), 7u);
+  // The pooled parameters of a contribution run through; every other file ends with a message.
+  ExpectEnding(endings, Ending::Ran, {"zz_good.txt", "zz_garbled.txt", "empty.txt"});
+}
+
 TEST(FuzzCorpus, RecordFilesRepeatTheirSamplesOrEndAsTheProgramEnds) {
   auto endings = ReplayFolder("record_file", RunRecordFile);
   ASSERT_GE(endings.size(), 15u);

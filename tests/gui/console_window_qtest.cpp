@@ -112,6 +112,7 @@ class ConsoleWindowTest : public QObject {
   void dialoguesOfTheWorkerAreShownOnTheWindow();
   void bootstrapKeepsTheWindowTurning();
   void faultShowsItsBoxAndEndsTheProgram();
+  void contributionFormRunsItsCommand();
 };
 
 void ConsoleWindowTest::startUpRulesAndTheCommandTable() {
@@ -423,6 +424,26 @@ void ConsoleWindowTest::faultShowsItsBoxAndEndsTheProgram() {
   QCOMPARE(ended.at(0).at(0).toInt(), 1);
   QVERIFY2(!faultText.isEmpty(), qPrintable(w.LastMessage()));
   QVERIFY(faultText.contains(w.LastMessage()));
+}
+
+// "I. Contribution" opens its form; its fields (the life table's own r and R0 by default)
+// answer the command, whose results come back to the form.
+void ConsoleWindowTest::contributionFormRunsItsCommand() {
+  QTemporaryDir dir;
+  const QString data = CopyExample(dir);
+  ConsoleWindow w(BasicRunOptions(data));
+  w.show();
+  Run(w, "cmdReadDataA1");
+  Run(w, "cmdBasicRunA2");
+  QTest::mouseClick(Button(w, "ContributionPartition"), Qt::LeftButton);
+  auto* form = w.findChild<QWidget*>("frmContribution");
+  QVERIFY(form && form->isVisible());
+  auto* calculate = form->findChild<QPushButton*>("Command1");
+  QCOMPARE(calculate->text(), QString("2. Calculate contribution of these offspring"));
+  QTest::mouseClick(calculate, Qt::LeftButton);
+  QTRY_VERIFY_WITH_TIMEOUT(!w.IsRunning(), kWait);
+  QCOMPARE(form->findChild<QLineEdit*>("txtContributionToRo")->text(), QString("1"));
+  QVERIFY(QFile::exists(dir.filePath("mite-Contribution table.txt")));
 }
 
 QTEST_MAIN(ConsoleWindowTest)

@@ -126,4 +126,14 @@ class OrderedPrompts : public PromptService {
   }
 };
 
+// A box with the OK button alone asks nothing: it is noted and the run goes on.
+class OkPrompts : public FakePrompts {
+ public:
+  int MsgBox(const std::string& text, const std::string& title, int buttons, int defaultButton) override {
+    if (buttons != kOKOnly) return FakePrompts::MsgBox(text, title, buttons, defaultButton);
+    met.push_back({"MsgBox", title, text, buttons, ""});
+    return kOK;
+  }
+};
+
 }  // namespace korvan::test

@@ -19,15 +19,7 @@
 namespace korvan {
 namespace {
 
-// A box with the OK button alone asks nothing: it is noted and the run goes on.
-class Prompts : public test::FakePrompts {
- public:
-  int MsgBox(const std::string& text, const std::string& title, int buttons, int defaultButton) override {
-    if (buttons != kOKOnly) return FakePrompts::MsgBox(text, title, buttons, defaultButton);
-    met.push_back({"MsgBox", title, text, buttons, ""});
-    return kOK;
-  }
-};
+using Prompts = test::OkPrompts;
 
 struct Params {
   double r, lambda, R0, T, GRR;
