@@ -13,6 +13,7 @@
 #include "store/bounded.h"
 #include "store/comparison.h"
 #include "store/console_state.h"
+#include "store/group_reared.h"
 #include "store/life_table.h"
 #include "store/limits.h"
 #include "store/parameters.h"
@@ -216,6 +217,7 @@ struct SessionStore {
   ComparisonRecord comparison;
   AdultLifeTable adult;
   ImmatureLifeTable immature;
+  GroupRearedRecord group;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.
