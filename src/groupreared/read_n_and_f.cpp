@@ -243,6 +243,11 @@ void GroupReared::DerivedValuesNandF() {
     lt.FxjTotal(x, s) = g.FemaleEggs(x, s);
     femaleEggs += g.FemaleEggs(x, s);
     lt.FxjCumulative(x) = femaleEggs;
+    // Nobody alive at an age before the last would leave l(x) = 0 to divide by.
+    if (alive == 0)
+      DataFault("At age " + Int(x) + " no individual is alive in any stage, but there are individuals at age " + Int(last) +
+                    ".\nPlease check your data.",
+                "Error in data file");
     t.NAge(x) = static_cast<int>(std::lround(alive));
     t.Lx(x) = alive / n0;
     lt.OneMinusLx(x) = 1 - t.Lx(x);
