@@ -154,27 +154,27 @@ void ParameterEngine::AgeSpecificLifeTable(bool groupReared) {
   auto star = [&](auto... items) { out.Print(items..., Tab{85}, "*"); };
   out.Print(" The relationhip is: lambda = 1+b-d or lambda = s+b.");
   out.Print(" ** Attention! **********************************************************************");
-  if (groupReared) {
-    const double b = p.BirthRate, s = p.SurvivalRate, d = p.DeathRate;
-    star(" *  Birth rate rate (at SASD) (per ", tu, " time unit) =", b);
-    star(" *  Survival rate (at SASD) (per ", tu, " time unit) =", s);
-    star(" *  Death rate (at SASD) (per ", tu, " time unit) =", d);
-    star(" *  Finite rate (lambda) = 1+b-d =", 1 + b - d, "per ", tu, "time unit.");
-    if (p.r != 0) star(" *  Finite rate (lambda) = S+b = ", s + b, "per ", tu, "time unit.");
-  } else if (tu == 1) {
-    const double b = p.BirthRate, s = p.SurvivalRate, d = p.DeathRate;
+  // Per time unit when the time unit is 1; else per the time unit of the data, with the
+  // values of the second row. Group-reared data always show the first row, in the second wording.
+  const bool perUnit = tu == 1 && !groupReared;
+  const bool stepRow = tu != 1 && !groupReared;
+  const double b = stepRow ? p.BirthRateStep : p.BirthRate;
+  const double s = stepRow ? p.SurvivalRateStep : p.SurvivalRate;
+  const double d = stepRow ? p.DeathRateStep : p.DeathRate;
+  if (perUnit) {
     star(" *  Birth rate rate (b) (at SASD) per time unit =", b);
     star(" *  Survival rate (s) (at SASD) per time unit =", s);
     star(" *  Death rate (d) (at SASD) (per time unit) =", d);
     star(" *  Finite rate (lambda) = 1+b-d =", 1 + b - d, "per time unit.");
     if (p.r != 0) star(" *  Finite rate (lambda) = s+b =", s + b, "per time unit.");
   } else {
-    const double b = p.BirthRateStep, s = p.SurvivalRateStep, d = p.DeathRateStep;
-    star(" *  Birth rate rate (b) (at SASD) (per ", tu, " time unit) =", b);
-    star(" *  Survival rate (s) (at SASD) (per ", tu, " time unit) =", s);
-    star(" *  Death rate (d) (at SASD) (per ", tu, " time unit) =", d);
+    const char* tag[3] = {"(b) ", "(s) ", "(d) "};
+    if (groupReared) tag[0] = tag[1] = tag[2] = "";
+    star(" *  Birth rate rate ", tag[0], "(at SASD) (per ", tu, " time unit) =", b);
+    star(" *  Survival rate ", tag[1], "(at SASD) (per ", tu, " time unit) =", s);
+    star(" *  Death rate ", tag[2], "(at SASD) (per ", tu, " time unit) =", d);
     star(" *  Finite rate (lambda) = 1+b-d =", 1 + b - d, "per ", tu, "time unit.");
-    if (p.r != 0) star(" *  Finite rate (lambda) = s+b =", s + b, "per ", tu, "time unit.");
+    if (p.r != 0) star(groupReared ? " *  Finite rate (lambda) = S+b = " : " *  Finite rate (lambda) = s+b =", s + b, "per ", tu, "time unit.");
   }
   star(" *  The relationship among birth rate, death rate, survival rate, and finite rate");
   star(" *  is a good practice for \"Critical thinking\".");

@@ -179,6 +179,13 @@ void GroupReared::InputMatricesNandF() {
       }
     }
   }
+  // Counts of 0 at the end of the rows are nobody: the table ends at the last age with an
+  // individual alive.
+  int lastAlive = -1;
+  for (int x = 0; x <= g.LastAge; ++x)
+    if (NAgeNF(x) > 0) lastAlive = x;
+  if (lastAlive < 0) DataFault("No individual is alive at any age.\nPlease check your data.", "Error in data file");
+  g.LastAge = lastAlive;
   DerivedValuesNandF();
 }
 

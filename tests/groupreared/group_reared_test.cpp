@@ -3,7 +3,10 @@
 // against the cohort the counts were made from, and every check and guard with its text.
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <sstream>
@@ -300,6 +303,41 @@ TEST(ReadNandF, EveryGuardOfTheRebuildingEndsWithItsText) {
           "Preadult,0,3,6,6,5,4\nFemale,5,6,1,1\nMale,4,5,3,3\nFemale,5,6,2,6\n",
           "0");
   EXPECT_EQ(sum.Ending().second, "Error!");
+}
+
+// The command line on the group form of the bundled example: B writes the two-stage form, B on
+// it rebuilds the individuals, and A1's Basic Run of those gives the r and R0 of the counts.
+// B is closed once A1 has run, and A1 and A2 once B has.
+TEST(ReadNandF, CommandLineRebuildsTheExampleThatA1ReadsBack) {
+  test::TempDir dir;
+  auto korvan = [&](const std::string& arguments) {
+    const std::string command = "cd '" + dir.path().string() + "' && '" KORVAN_CLI "' --quiet " + arguments +
+                                " </dev/null >stdout.txt 2>stderr.txt";
+    const int status = std::system(command.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  };
+  const std::string examples = KORVAN_EXAMPLES;
+  std::filesystem::copy_file(examples + "/mite_group.txt", dir.file("mite_group.txt"));
+  ASSERT_EQ(korvan("--answers '" + examples + "/mite_group.answers' --answer 'Open group-reared life table data=mite_group.txt' B"), 0);
+  const std::string twoStages = "mite_group_0A3_Group-reared Life Table_2 Stages";
+  ASSERT_TRUE(std::filesystem::exists(dir.file(twoStages + ".txt")));
+  ASSERT_EQ(korvan("--answers '" + examples + "/mite_group_2stages.answers' B"), 0);
+  std::filesystem::copy_file(dir.file(twoStages + "_0A2_Individual Life Table.txt"), dir.file("rebuilt.txt"));
+  ASSERT_EQ(korvan("--defaults --answers '" + examples + "/mite_fast.answers' --answer 'Open life table data file=rebuilt.txt' A1"), 0);
+  auto line = [&](const std::string& file, const std::string& head) {
+    for (const auto& l : test::Lines(dir.file(file)))
+      if (l.rfind(head, 0) == 0) return l;
+    return std::string("none in " + file);
+  };
+  for (const char* head : {" The intrinsic rate of increase (r) =", " The net reproductive rate (R0) ="}) {
+    EXPECT_EQ(line("rebuilt_0A_Life Table_Output.txt", head), line(twoStages + "_0A_Life Table_Output_NF.txt", head));
+    EXPECT_EQ(line("rebuilt_0A_Life Table_Output.txt", head), line("mite_group_0A_Life Table_Output_NF.txt", head));
+  }
+  std::filesystem::copy_file(examples + "/mite.txt", dir.file("mite.txt"));
+  EXPECT_EQ(korvan("--defaults --answers '" + examples + "/mite_fast.answers' --answer 'Open life table data file=mite.txt' A1 B"), 2);
+  EXPECT_NE(test::ReadFile(dir.file("stderr.txt")).find("B. Read N, F is closed"), std::string::npos);
+  EXPECT_EQ(korvan("--answers '" + examples + "/mite_group.answers' --answer 'Open group-reared life table data=mite_group.txt' B A1"), 2);
+  EXPECT_NE(test::ReadFile(dir.file("stderr.txt")).find("A1. Read data is closed"), std::string::npos);
 }
 
 }  // namespace
