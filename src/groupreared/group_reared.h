@@ -64,6 +64,8 @@ class GroupReared : public Procedures {
   int StageCount() const { return S.group.StageCountNF; }
   // The title, description and third line, cohort size and stage list of a written file.
   void WriteGroupHead(TextFile& out) const;
+  void ListDeaths(int j, GroupRearedRecord::ListInt& ages, int& count) const;
+  void ListEmergences(int j, GroupRearedRecord::ListInt& ages, int& count) const;
   void AddIndividual(const std::string& sex, int longevity, int adultDuration, int development);
   void WriteIndividualFile(const std::string& suffix, bool fromList);
 };

@@ -222,38 +222,36 @@ bool GroupReared::FindIndSexLongFecundCase0() {
   return true;
 }
 
-void GroupReared::FindFemaleDeathAgeNF() {
-  auto& g = S.group;
-  const int s = StageCount();
-  g.FemaleCount = 0;
-  for (int x = g.StageFirstAge(s); x <= g.StageLastAge(s); ++x)
-    Append(g.FemaleDeathAges, g.FemaleCount, Whole(std::max(0.0, Count(x, s) - Count(x + 1, s))), x + 1);
+// A death at x+1 for each individual the row loses from x to x+1, over the ages of the row.
+void GroupReared::ListDeaths(int j, GroupRearedRecord::ListInt& ages, int& count) const {
+  count = 0;
+  for (int x = S.group.StageFirstAge(j); x <= S.group.StageLastAge(j); ++x)
+    Append(ages, count, Whole(std::max(0.0, Count(x, j) - Count(x + 1, j))), x + 1);
 }
+
+// An emergence at x+1 for each individual the row gains from x to x+1.
+void GroupReared::ListEmergences(int j, GroupRearedRecord::ListInt& ages, int& count) const {
+  count = 0;
+  for (int x = 0; x <= S.group.StageLastAge(j); ++x)
+    Append(ages, count, Whole(std::max(0.0, Count(x + 1, j) - Count(x, j))), x + 1);
+}
+
+void GroupReared::FindFemaleDeathAgeNF() { ListDeaths(StageCount(), S.group.FemaleDeathAges, S.group.FemaleCount); }
 
 void GroupReared::FindFemaleEmergenceAgeNF() {
-  auto& g = S.group;
-  const int s = StageCount();
-  g.FemaleEmergenceCount = 0;
-  for (int x = 0; x <= g.StageLastAge(s); ++x)
-    Append(g.FemaleEmergenceAges, g.FemaleEmergenceCount, Whole(std::max(0.0, Count(x + 1, s) - Count(x, s))), x + 1);
+  ListEmergences(StageCount(), S.group.FemaleEmergenceAges, S.group.FemaleEmergenceCount);
 }
 
+// The male row only when somebody reached it.
 void GroupReared::FindMaleDeathAgeNF() {
-  auto& g = S.group;
-  const int m = StageCount() + 1;
-  g.MaleCount = 0;
-  if (g.StageLastAge(m) == 0) return;
-  for (int x = g.StageFirstAge(m); x <= g.StageLastAge(m); ++x)
-    Append(g.MaleDeathAges, g.MaleCount, Whole(std::max(0.0, Count(x, m) - Count(x + 1, m))), x + 1);
+  S.group.MaleCount = 0;
+  if (S.group.StageLastAge(StageCount() + 1) != 0) ListDeaths(StageCount() + 1, S.group.MaleDeathAges, S.group.MaleCount);
 }
 
 void GroupReared::FindMaleEmergenceAgeNF() {
-  auto& g = S.group;
-  const int m = StageCount() + 1;
-  g.MaleEmergenceCount = 0;
-  if (g.StageLastAge(m) == 0) return;
-  for (int x = 0; x <= g.StageLastAge(m); ++x)
-    Append(g.MaleEmergenceAges, g.MaleEmergenceCount, Whole(std::max(0.0, Count(x + 1, m) - Count(x, m))), x + 1);
+  S.group.MaleEmergenceCount = 0;
+  if (S.group.StageLastAge(StageCount() + 1) != 0)
+    ListEmergences(StageCount() + 1, S.group.MaleEmergenceAges, S.group.MaleEmergenceCount);
 }
 
 void GroupReared::FindNtypePreadultDuration() {
