@@ -300,6 +300,16 @@ void GroupReared::WriteIndividualFile(const std::string& suffix, bool fromList) 
   const auto& g = S.group;
   const int s = StageCount();
   const int count = fromList ? g.IndividualCount : g.FemaleCount + g.MaleCount + g.NtypeCount;
+  // Counts that gain individuals from nowhere, or lose more than there were, rebuild another
+  // cohort than the one studied: no file.
+  if (count != g.CohortSize)
+    throw ProgramEnd{"The counts give " + Int(count) + " individuals, but the cohort size is " + Int(g.CohortSize) +
+                         ".\nPlease check your data. No individual life table was written.",
+                     "Error in data file"};
+  if (count > kMaxIndividual)
+    throw ProgramEnd{"The cohort of " + Int(count) + " individuals is beyond the " + Int(kMaxIndividual) +
+                         " that a life table data file holds. No individual life table was written.",
+                     "Error in data file"};
   TextFile out(OutputName(S, suffix));
   out.Write("Project: " + ProjectTitle(g.Title) + " " + S.identity.VersionStamp);
   out.Write(g.Description);

@@ -257,7 +257,7 @@ TEST(FuzzCorpus, GroupFilesRunOrEndAsTheProgramEnds) {
   EXPECT_EQ(endings["three_stages.txt"].filesWritten, 1);
   ExpectEnding(endings, Ending::ProgramEnd,
                {"fault_preadult_rises.txt", "fault_female_rise_after_preadults.txt", "fault_eggs_without_females.txt",
-                "fault_cut_short.txt"});
+                "fault_cut_short.txt", "fault_males_from_nowhere.txt"});
   ExpectEnding(endings, Ending::SubscriptFault, {"fault_too_many_stages.txt"});
 }
 

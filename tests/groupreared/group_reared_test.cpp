@@ -298,6 +298,12 @@ TEST(ReadNandF, EveryGuardOfTheRebuildingEndsWithItsText) {
   EXPECT_EQ(rise.Ending(), std::make_pair(std::string("There is error: There were no preadult individuals on day t, but "
                                                       "the female increased on day t+1."),
                                           std::string("Error!")));
+  // Males that come from nowhere rebuild another cohort: no file.
+  GroupRun more("\"t\",\"u\",\"v\"\n5\n2,2\nF,Preadult,Female\nM,Preadult,Male\n"
+                "Preadult,0,3,5,4,2,1\nFemale,2,5,1,1,2,1\nMale,2,3,1,3\nFemale,2,5,1,2,7,0\n",
+                "2");
+  EXPECT_EQ(more.Ending().first.substr(0, 56), "The counts give 6 individuals, but the cohort size is 5.");
+  EXPECT_FALSE(std::filesystem::exists(more.Out("_0A2_Individual Life Table.txt")));
   // No overlap, and adults that don't add up with the preadult deaths to the cohort.
   GroupRun sum("\"t\",\"u\",\"v\"\n6\n2,2\nF,Preadult,Female\nM,Preadult,Male\n"
           "Preadult,0,3,6,6,5,4\nFemale,5,6,1,1\nMale,4,5,3,3\nFemale,5,6,2,6\n",
