@@ -576,4 +576,36 @@ Outcome RunImmatureFile(Workbench& bench, const std::uint8_t* data, std::size_t 
   return ran;
 }
 
+Outcome RunGroupFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string path = bench.Put("group.txt", data, size);
+  auto readNandF = [&](const std::string& file, bool predation) {
+    auto S = StartedSession();
+    AcceptingPrompts P;
+    P.answers["Group reared life table with predation rate?"] = predation ? kYes : kNo;
+    P.files["Open group-reared life table data"] = file;
+    P.answers["Do you need flow record?"] = kNo;
+    P.goOn = {"Estimate matrices G and D?", "Double check matrix S based on N and F?", "Stop here or continue?",
+              "Larval stage overlaps adult stage!", "Do you want to group stages?"};
+    if (size % 4 != 0) P.inputs["Which case is good for your data =?"] = std::to_string(size % 4);
+    Press(*S, P, "cmdReadNandF");
+    return Outcome{};
+  };
+  // Without predation rows, then with them.
+  Outcome ran = Guarded([&] { return readNandF(path, false); });
+  bench.ExpectIntact(path, data, size);
+  (void)Guarded([&] { return readNandF(path, true); });
+  bench.ExpectIntact(path, data, size);
+  // The two-stage form is read by B in turn; a rebuilt individual file passes A1's check.
+  for (const std::string& file : FilesBeside(bench, path)) {
+    if (EndsWith(file, "_2 Stages.txt")) {
+      (void)Guarded([&] { return readNandF(file, false); });
+      ++ran.filesWritten;
+    } else if (EndsWith(file, "Individual Life Table.txt") || EndsWith(file, "Individual LifeTable.txt")) {
+      ExpectReadAsDataFile(file, false);
+      ++ran.filesWritten;
+    }
+  }
+  return ran;
+}
+
 }  // namespace korvan::fuzz

@@ -127,6 +127,13 @@ Outcome RunOverwinterOnAdultFile(Workbench& bench, const std::uint8_t* data, std
 // The bytes read as an immature life table.
 Outcome RunImmatureFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
+// The bytes as a group-reared file of counts N and eggs F through "B. Read N, F", without and
+// with predation rows (the outcome is the first run's), every question answered so that it goes on: the estimates of G and
+// D, the rebuilding of individuals (the case suggested, or 1, 2, 3 by the size), the grouping of
+// stages at its defaults. The two-stage form it writes goes through B again, and a rebuilt
+// individual file must pass A1's check and be read by Basic Run's reader.
+Outcome RunGroupFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
 // The other treatment of RunColumnFile: 20 values of r.
 extern const char* const kColumnFile;
 

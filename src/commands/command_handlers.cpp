@@ -12,6 +12,7 @@
 #include "commands/paired_test_commands.h"
 #include "commands/tukey_command.h"
 #include "commands/ratio_command.h"
+#include "commands/read_n_and_f_command.h"
 #include "commands/read_data_a1.h"
 #include "commands/sort_count_commands.h"
 #include "commands/spec_boot_sample.h"
@@ -37,6 +38,7 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
   static const std::map<std::string, CommandHandler, std::less<>> handlers = {
       {"Command1", Quit},
       {"cmdReadDataA1", Run<ReadDataA1, &ReadDataA1::cmdReadDataA1_Click>},
+      {"cmdReadNandF", Run<ReadNandFCommand, &ReadNandFCommand::cmdReadNandF_Click>},
       {"cmdBasicRunA2", Run<BasicRunDriver, &BasicRunDriver::cmdBasicRunA2_Click>},
       {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
       {"cmdPairedBootTest", Run<PairedTestCommands, &PairedTestCommands::cmdPairedBootTest_Click>},

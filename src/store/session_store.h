@@ -14,6 +14,7 @@
 #include "store/comparison.h"
 #include "store/console_state.h"
 #include "store/further_analyses.h"
+#include "store/group_reared.h"
 #include "store/life_table.h"
 #include "store/limits.h"
 #include "store/parameters.h"
@@ -219,6 +220,7 @@ struct SessionStore {
   ImmatureLifeTable immature;
   HarvestRecord harvest;
   ContributionRecord contribution;
+  GroupRearedRecord group;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.

@@ -250,5 +250,23 @@ TEST(FuzzCorpus, TransformsWriteFilesThatAreReadAgainOrEndAsTheProgramEnds) {
                {"immature_N_without_death.txt", "immature_F_died.txt", "immature_zero.txt", "adult.txt", "empty.txt"});
 }
 
+// Group-reared files through "B. Read N, F": the good ones run through and write their files,
+// which are read again (the two-stage form by B, a rebuilt table by A1); the faulty ones end
+// with their message.
+TEST(FuzzCorpus, GroupFilesRunOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("group_file", RunGroupFile);
+  ASSERT_GE(endings.size(), 10u);
+  ExpectEnding(endings, Ending::Ran,
+               {"mite_group.txt", "mite_group_two_stages.txt", "three_stages.txt", "no_overlap_case0.txt",
+                "overlap_death_case2.txt"});
+  EXPECT_EQ(endings["overlap_death_case2.txt"].filesWritten, 1);  // the rebuilt individuals
+  EXPECT_EQ(endings["mite_group.txt"].filesWritten, 1);  // the two-stage form
+  EXPECT_EQ(endings["three_stages.txt"].filesWritten, 1);
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"fault_preadult_rises.txt", "fault_female_rise_after_preadults.txt", "fault_eggs_without_females.txt",
+                "fault_cut_short.txt", "fault_males_from_nowhere.txt"});
+  ExpectEnding(endings, Ending::SubscriptFault, {"fault_too_many_stages.txt"});
+}
+
 }  // namespace
 }  // namespace korvan::fuzz
