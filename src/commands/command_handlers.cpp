@@ -8,6 +8,7 @@
 #include "commands/curtailed_r_command.h"
 #include "commands/general_bootstrap_command.h"
 #include "commands/jackknife_command.h"
+#include "commands/multinomial_commands.h"
 #include "commands/paired_test_commands.h"
 #include "commands/tukey_command.h"
 #include "commands/ratio_command.h"
@@ -58,6 +59,11 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdSplitStage", Run<TransformCommands, &TransformCommands::cmdSplitStage_Click>},
       {"cmdSplit", Run<TransformCommands, &TransformCommands::cmdSplit_Click>},
       {"cmdReduceReprodPeriod", Run<TransformCommands, &TransformCommands::cmdReduceReprodPeriod_Click>},
+      {"Command2", Run<MultinomialCommands, &MultinomialCommands::Command2_Click>},
+      {"cmdSortAndCountLT", Run<MultinomialCommands, &MultinomialCommands::cmdSortAndCountLT_Click>},
+      {"cmdCountBootLifeTable", Run<MultinomialCommands, &MultinomialCommands::cmdCountBootLifeTable_Click>},
+      {"cmdCalMNCforSpecR0", Run<MultinomialCommands, &MultinomialCommands::cmdCalMNCforSpecR0_Click>},
+      {"cmdCountBootIndNr", Run<MultinomialCommands, &MultinomialCommands::cmdCountBootIndNr_Click>},
   };
   return handlers;
 }

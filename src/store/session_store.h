@@ -14,6 +14,7 @@
 #include "store/comparison.h"
 #include "store/console_state.h"
 #include "store/life_table.h"
+#include "store/multinomial_store.h"
 #include "store/limits.h"
 #include "store/parameters.h"
 #include "store/read_data.h"
@@ -214,6 +215,7 @@ struct SessionStore {
   ReadDataRecord readData;
   BootstrapRecord boot;
   ComparisonRecord comparison;
+  MultinomialRecord multinomial;
   AdultLifeTable adult;
   ImmatureLifeTable immature;
   Workspace ws;  // the workspace of Basic Run
