@@ -25,6 +25,14 @@ void WriteComposition(TextFile& out, const MultinomialRecord& M, long b) {
   out.Write(M.SampleSorted(M.CountN, b));
 }
 
+// The MNC of all different life tables: the sampling ways of the compositions the run met,
+// against which each group's share is expected.
+double LifeTableMNCSum(const MultinomialRecord& M) {
+  double sum = 0;
+  for (long g = 1; g <= M.GroupCount; ++g) sum += M.GroupLifeTableMNC(g);
+  return sum;
+}
+
 }  // namespace
 
 void LifeTableCount::Print00ALTunsortedButInsectSorted() {
@@ -134,12 +142,14 @@ void LifeTableCount::Print00HTableSameRoGrouped() {
   TextFile out(OutputName(S, "_00_H_Table_same Ro grouped-A.txt"));
   out.Print(StampedProjectLine(S));
   out.Print("Number of bootstrap samples (m) =", M.CountM, " Bootstrap sample size (n) =", M.CountN);
+  const double sumD = LifeTableMNCSum(M);
   out.Print("Sum of the MNC of all samples, C = Sum[S(MNC)] =", M.SampleMNCSum);
-  out.Print("Expected count of a group = D / C * m, D being the sum of the MNC of its different life tables.");
+  out.Print("Sum of the MNC of all different life tables, Sum(D) =", sumD, " (n^n =", M.CountNPowerN, ")");
+  out.Print("Expected count of a group = D / Sum(D) * m, D being the sum of the MNC of its different life tables.");
   out.Print("Group no.", Zone{}, "R0", Zone{}, "Observed", Zone{}, "Life tables", Zone{}, "D = S(MNC)", Zone{},
             "Expected");
   for (long g = 1; g <= M.GroupCount; ++g) {
-    const double expected = M.SampleMNCSum > 0 ? M.GroupLifeTableMNC(g) / M.SampleMNCSum * M.CountM : 0;
+    const double expected = sumD > 0 ? M.GroupLifeTableMNC(g) / sumD * M.CountM : 0;
     out.Print(g, Zone{}, M.GroupR0(g), Zone{}, M.GroupSamples(g), Zone{}, M.GroupLifeTables(g), Zone{},
               M.GroupLifeTableMNC(g), Zone{}, expected);
   }
@@ -148,11 +158,12 @@ void LifeTableCount::Print00HTableSameRoGrouped() {
 void LifeTableCount::Print00HTableForFig() {
   Flow("Print00HTableForFig");
   const MultinomialRecord& M = S.multinomial;
+  const double sumD = LifeTableMNCSum(M);
   TextFile out(OutputName(S, "_00_H_Table_for figure.txt"));
   out.Write("R0", "Observed frequency", "Expected frequency");
   for (long g = 1; g <= M.GroupCount; ++g) {
     const double observed = M.CountM > 0 ? static_cast<double>(M.GroupSamples(g)) / M.CountM : 0;
-    out.Write(M.GroupR0(g), observed, M.SampleMNCSum > 0 ? M.GroupLifeTableMNC(g) / M.SampleMNCSum : 0.0);
+    out.Write(M.GroupR0(g), observed, sumD > 0 ? M.GroupLifeTableMNC(g) / sumD : 0.0);
   }
 }
 
