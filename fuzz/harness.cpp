@@ -218,6 +218,47 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
   return ran;
 }
 
+namespace {
+
+// Basic Run of the record's cohort, then one command on the bytes as the file chosen.
+template <class Then>
+Outcome AfterBasicRun(Workbench& bench, const char* name, const std::uint8_t* data, std::size_t size, Then then) {
+  const std::string cohort = bench.Put("cohort.txt", kRecordCohort, std::strlen(kRecordCohort));
+  const std::string file = bench.Add(name, data, size);
+  Outcome ran = Guarded([&] {
+    auto S = StartedSession();
+    AcceptingPrompts P;
+    FastRun(*S, P, cohort, true);
+    Outcome ran;
+    ran.basicRunDone = S->basic.BasicRunDone == "yes";
+    if (ran.basicRunDone) ran.countedItems = then(*S, P, file);
+    return ran;
+  });
+  bench.ExpectIntact(file, data, size);
+  return ran;
+}
+
+}  // namespace
+
+Outcome RunRecordCount(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  return AfterBasicRun(bench, "record.txt", data, size, [](Session& S, AcceptingPrompts& P, const std::string& file) {
+    P.files["Open bootstrap record file (In general, it is file no. 11)."] = file;
+    P.answers["Sort bootstrap life tables for multinomial theorem?"] = kNo;
+    P.answers["Are you sure?"] = kYes;
+    Press(S, P, "cmdCountBootLifeTable");
+    return S.multinomial.CountM;
+  });
+}
+
+Outcome RunExpansionFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  return AfterBasicRun(bench, "expansion.txt", data, size, [](Session& S, AcceptingPrompts& P, const std::string& file) {
+    P.files["Open multinomial expansion data file"] = file;
+    P.answers["Read the file with all MNC or create the file of MNC?"] = kYes;
+    Press(S, P, "Command2");
+    return S.multinomial.ItemCount;
+  });
+}
+
 const char* const kColumnFile =
     "\"Fixed-r\"\n\"Next line is Bootstrap sample size (n)\"\n20\n"
     "\"Next line is total effective Bootstrap number (B)\"\n20\n\"r\",20,0.2\n"

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "bootstrap/sorting.h"
 #include "input/field_reader.h"
@@ -137,6 +138,7 @@ void MultinomialExpansion::ReadMultinomialExpansionData() {
                              std::to_string(in.Line()) + ").");
     return v;
   };
+  if (in.AtEnd()) BadExpansion(path, "it is empty.");
   in.SkipLine();
   if (!in.AtEnd()) in.ReadString();
   const double size = number("the number of individuals");
@@ -160,6 +162,9 @@ void MultinomialExpansion::ReadMultinomialExpansionData() {
   M.MNCSum = 0;
   M.OriginalItem = 0;
   int counts[kMaxMncCohort + 1];
+  // Each composition as a number of base n + 1 (its counts as digits), to find one that repeats.
+  std::vector<std::uint64_t> codes;
+  codes.reserve(static_cast<std::size_t>(items));
   for (long k = 1; k <= items; ++k) {
     M.ItemSerial(k) = static_cast<std::int32_t>(number("a serial number"));
     const double mnc = number("a multinomial coefficient");
@@ -175,13 +180,19 @@ void MultinomialExpansion::ReadMultinomialExpansionData() {
     if (mnc != MultinomialCoefficient(M.NFactorial, counts + 1, n))
       BadExpansion(path, "item " + std::to_string(k) + " has MNC " + FullPrecision(mnc) + ", and its composition " +
                              FullPrecision(MultinomialCoefficient(M.NFactorial, counts + 1, n)) + ".");
+    std::uint64_t code = 0;
+    for (int i = 1; i <= n; ++i) code = code * static_cast<std::uint64_t>(n + 1) + static_cast<std::uint64_t>(counts[i]);
+    codes.push_back(code);
     M.ItemMNC(k) = mnc;
     M.MNCSum += mnc;
     if (mnc == M.NFactorial) M.OriginalItem = k;
   }
+  std::sort(codes.begin(), codes.end());
+  if (std::adjacent_find(codes.begin(), codes.end()) != codes.end())
+    BadExpansion(path, "a composition of individuals stands in it twice.");
   if (M.MNCSum != M.NPowerN)
     BadExpansion(path, "its " + std::to_string(items) + " coefficients add to " + FullPrecision(M.MNCSum) +
-                           ", not n^n = " + FullPrecision(M.NPowerN) + " (an item repeats).");
+                           ", not n^n = " + FullPrecision(M.NPowerN) + ".");
   M.ItemCount = items;
   P.Status("lblBootMsg", "The original cohort is MNC no. " + std::to_string(M.OriginalItem) +
                              ". The MNC of this item is " + FullPrecision(M.NFactorial));
