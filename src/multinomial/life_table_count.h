@@ -40,6 +40,8 @@ class LifeTableCount : public Procedures {
 
  private:
   void AskPrecision();
+  // The samples in ascending order of R0, with their MNC and probability, or finite rate and MNC.
+  void PrintInOrderOfR0(const char* suffix, bool withLambda);
 };
 
 // The sample's individuals (taken from the run's or the record's lists) in ascending order into

@@ -49,25 +49,28 @@ void LifeTableCount::Print00ALTunsortedButInsectSorted() {
 
 void LifeTableCount::Print00BLTRoSortedwithMNC() {
   Flow("Print00BLTRoSortedwithMNC");
-  const MultinomialRecord& M = S.multinomial;
-  TextFile out(OutputName(S, "_00_B_LT_Ro_sorted_with MNC.txt"));
-  Head(out, S, "Bootstrap samples in ascending order of R0.");
-  out.Write("Sorted no.", "Sample no.", "R0", "MNC", "P(MNC)");
-  for (long i = 1; i <= M.CountM; ++i) {
-    const long b = M.SampleOrder(i);
-    out.Write(i, b, M.SampleR0(b), M.SampleMNC(b), M.SampleProbability(b));
-  }
+  PrintInOrderOfR0("_00_B_LT_Ro_sorted_with MNC.txt", false);
 }
 
 void LifeTableCount::Print00BLTRoSortedwithLambdaandMNC() {
   Flow("Print00BLTRoSortedwithLambdaandMNC");
+  PrintInOrderOfR0("_00_B_LT_Ro_sorted_with lambda and MNC.txt", true);
+}
+
+void LifeTableCount::PrintInOrderOfR0(const char* suffix, bool withLambda) {
   const MultinomialRecord& M = S.multinomial;
-  TextFile out(OutputName(S, "_00_B_LT_Ro_sorted_with lambda and MNC.txt"));
+  TextFile out(OutputName(S, suffix));
   Head(out, S, "Bootstrap samples in ascending order of R0.");
-  out.Write("Sorted no.", "Sample no.", "R0", "Finite rate", "MNC");
+  if (withLambda)
+    out.Write("Sorted no.", "Sample no.", "R0", "Finite rate", "MNC");
+  else
+    out.Write("Sorted no.", "Sample no.", "R0", "MNC", "P(MNC)");
   for (long i = 1; i <= M.CountM; ++i) {
     const long b = M.SampleOrder(i);
-    out.Write(i, b, M.SampleR0(b), M.SampleLambda(b), M.SampleMNC(b));
+    if (withLambda)
+      out.Write(i, b, M.SampleR0(b), M.SampleLambda(b), M.SampleMNC(b));
+    else
+      out.Write(i, b, M.SampleR0(b), M.SampleMNC(b), M.SampleProbability(b));
   }
 }
 
