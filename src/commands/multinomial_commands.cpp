@@ -14,6 +14,22 @@
 
 namespace korvan {
 
+namespace {
+
+// A record read for a count sets E to its B for the count's passes only: the session's
+// bootstrap (none, or that of A3) keeps its count of effective samples, which the summaries of
+// a run report.
+struct KeepEffectiveCount {
+  explicit KeepEffectiveCount(BootstrapRecord& r) : R(r), E(r.EffectiveCount) {}
+  ~KeepEffectiveCount() { R.EffectiveCount = E; }
+  KeepEffectiveCount(const KeepEffectiveCount&) = delete;
+  KeepEffectiveCount& operator=(const KeepEffectiveCount&) = delete;
+  BootstrapRecord& R;
+  std::int32_t E;
+};
+
+}  // namespace
+
 void MultinomialCommands::Command2_Click() {
   Flow("Command2_Click");
   if (S.basic.BasicRunDone != "yes") {
@@ -45,6 +61,7 @@ void MultinomialCommands::cmdSortAndCountLT_Click() {
 
 void MultinomialCommands::cmdCountBootLifeTable_Click() {
   Flow("cmdCountBootLifeTable_Click");
+  KeepEffectiveCount keep(S.boot);
   LifeTableCount count(S, P, W);
   if (!count.ReadFileNo11ToSortandCount()) return;
   count.SortAndCountLifeTableBase();
@@ -53,6 +70,7 @@ void MultinomialCommands::cmdCountBootLifeTable_Click() {
 void MultinomialCommands::cmdCalMNCforSpecR0_Click() {
   Flow("cmdCalMNCforSpecR0_Click");
   DisableAllButtonsForA5(S.console);
+  KeepEffectiveCount keep(S.boot);
   const int a = P.MsgBox(
       "You can run A5 using following options.\n"
       "Yes: Read file no. 11 and find all bootstrap life tables giving specific Ro. Then the multinomial "
@@ -73,6 +91,7 @@ void MultinomialCommands::cmdCalMNCforSpecR0_Click() {
 void MultinomialCommands::cmdCountBootIndNr_Click() {
   Flow("cmdCountBootIndNr_Click");
   BootstrapRecord& R = S.boot;
+  KeepEffectiveCount keep(R);
   // The record goes to the lists a run draws into, which the count reads.
   const std::string same = R.SameBootstrap;
   R.SameBootstrap = "No";

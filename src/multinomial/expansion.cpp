@@ -92,12 +92,12 @@ void MultinomialExpansion::AllMNCitems() {
       "Read the file with all MNC or create the file of MNC?", kYesNoCancel);
   if (a == kCancel) throw ProgramEnd{"", ""};
   if (a == kNo) {
-    M.ItemCount = static_cast<long>(CompositionCount(n));
     if (n > 6) {
       P.MsgBox("The multinomial expansion for n>6 is not ready yet.", "This option is not ready for n>6 yet.",
                kOKOnly);
       return;
     }
+    M.ItemCount = static_cast<long>(CompositionCount(n));
     if (n == 5)
       PrepareMNCExpansion5Ind();
     else
@@ -166,7 +166,10 @@ void MultinomialExpansion::ReadMultinomialExpansionData() {
   std::vector<std::uint64_t> codes;
   codes.reserve(static_cast<std::size_t>(items));
   for (long k = 1; k <= items; ++k) {
-    M.ItemSerial(k) = static_cast<std::int32_t>(number("a serial number"));
+    const double serial = number("a serial number");
+    if (!(std::fabs(serial) < 2e9) || serial != std::floor(serial))
+      BadExpansion(path, "item " + std::to_string(k) + " has the serial number " + FullPrecision(serial) + ".");
+    M.ItemSerial(k) = static_cast<std::int32_t>(serial);
     const double mnc = number("a multinomial coefficient");
     for (int i = 0; i <= n; ++i) counts[i] = 0;
     for (int p = 1; p <= n; ++p) {

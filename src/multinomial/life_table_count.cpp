@@ -28,6 +28,11 @@ const BootMatList<std::int16_t, kMaxIndividual>& SampleLists(const SessionStore&
 void SetUpComposition(SessionStore& S) {
   MultinomialRecord& M = S.multinomial;
   const BootstrapRecord& R = S.boot;
+  if (R.BootSampleSize < 0 || R.BootSampleSize > kMaxIndividual)
+    throw ProgramEnd{"A bootstrap sample of " + std::to_string(R.BootSampleSize) +
+                         " individuals can't be counted: a sample holds 0 to " + std::to_string(kMaxIndividual) +
+                         " individuals.",
+                     "Bootstrap samples don't fit the cohort"};
   M.CountN = R.BootSampleSize;
   // The cohort of the pool in memory, else that of the data file read, else the record's n.
   M.CountCohort = S.pool.OriginalCohortSize > 0 ? S.pool.OriginalCohortSize

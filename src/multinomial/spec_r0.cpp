@@ -69,7 +69,7 @@ void MncForSpecR0::CalculateMNCforSpecLambda() { Flow("CalculateMNCforSpecLambda
 void MncForSpecR0::CalculateMNC01() {
   Flow("CalculateMNC01");
   MultinomialRecord& M = S.multinomial;
-  const long B = S.boot.BootB;
+  const long B = std::max<long>(S.boot.BootB, 0);
   SetUpComposition(S);
   M.CountM = B;
   std::vector<int> counts(static_cast<std::size_t>(M.CountCohort) + 1, 0);
