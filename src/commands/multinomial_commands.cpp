@@ -50,9 +50,10 @@ void MultinomialCommands::cmdSortAndCountLT_Click() {
   Flow("cmdSortAndCountLT_Click");
   const BootstrapRecord& R = S.boot;
   if (R.BootstrapCompleted != "yes" || R.ResampleKind != "b") {
-    P.MsgBox("A4 sorts the samples of a bootstrap (A3) of this session. Run A3 first, or use \"M. Count LT\" on a "
-             "record of samples (file no. 11).",
-             "A4. Sort LT", kOKOnly);
+    P.MsgBox(
+        "A4 sorts the samples of a bootstrap (A3) of this session. Run A3 first, or use \"M. Count LT\" on a "
+        "record of samples (file no. 11).",
+        "A4. Sort LT", kOKOnly);
     return;
   }
   S.multinomial.CountFromRecord = false;

@@ -22,9 +22,9 @@ constexpr const char* kReadTitle = "Open multinomial expansion data file";
 constexpr const char* kBeyondTen = "For n > 10, please use KORVAN (MNT-15).";
 
 [[noreturn]] void BadExpansion(const std::string& path, const std::string& what) {
-  throw ProgramEnd{"The file " + path + " is not a multinomial expansion of this cohort: " + what +
-                       "\nNo result file was written.",
-                   kReadTitle};
+  throw ProgramEnd{
+      "The file " + path + " is not a multinomial expansion of this cohort: " + what + "\nNo result file was written.",
+      kReadTitle};
 }
 
 }  // namespace
@@ -38,7 +38,7 @@ void WriteExpansionFile(const std::string& path, int n) {
   int parts[kMaxMncCohort + 1] = {};
   int k = 0;
   long serial = 0;
-  int who[kMaxMncCohort + 1] = {};   // the individual of each part
+  int who[kMaxMncCohort + 1] = {};  // the individual of each part
   bool used[kMaxMncCohort + 1] = {};
   int list[kMaxMncCohort + 1] = {};
   while (NextCountPattern(n, parts, k)) {
@@ -90,11 +90,11 @@ void MultinomialExpansion::AllMNCitems() {
       "No: Create the MNC file (This function is not ready yet).\n"
       "Cancel: End the program.",
       "Read the file with all MNC or create the file of MNC?", kYesNoCancel);
-  if (a == kCancel) throw ProgramEnd{"", ""};
+  if (a == kCancel)
+    throw ProgramEnd{"Cancel: End the program.", "Read the file with all MNC or create the file of MNC?"};
   if (a == kNo) {
     if (n > 6) {
-      P.MsgBox("The multinomial expansion for n>6 is not ready yet.", "This option is not ready for n>6 yet.",
-               kOKOnly);
+      P.MsgBox("The multinomial expansion for n>6 is not ready yet.", "This option is not ready for n>6 yet.", kOKOnly);
       return;
     }
     M.ItemCount = static_cast<long>(CompositionCount(n));
@@ -153,8 +153,8 @@ void MultinomialExpansion::ReadMultinomialExpansionData() {
                            std::to_string(cohort) + " individuals.");
   const int n = cohort;
   S.identity.DataFileBase = path.size() > 4 ? path.substr(0, path.size() - 4) : std::string();
-  P.Status("lblBootMsg", "I am running multinomial expansion. \n(Sample size =" + PrintNumber(n) + ").\nMNC began at :" +
-                             DateTimeText());
+  P.Status("lblBootMsg", "I am running multinomial expansion. \n(Sample size =" + PrintNumber(n) +
+                             ").\nMNC began at :" + DateTimeText());
   const long items = static_cast<long>(CompositionCount(n));
   M.ItemSize = n;
   M.NFactorial = FactorialOf(n);
@@ -175,8 +175,8 @@ void MultinomialExpansion::ReadMultinomialExpansionData() {
     for (int p = 1; p <= n; ++p) {
       const double who = number("an individual number");
       if (who < 1 || who > n || who != std::floor(who))
-        BadExpansion(path, "item " + std::to_string(k) + " holds individual " + FullPrecision(who) +
-                               ", outside 1.." + std::to_string(n) + ".");
+        BadExpansion(path, "item " + std::to_string(k) + " holds individual " + FullPrecision(who) + ", outside 1.." +
+                               std::to_string(n) + ".");
       M.Individual(k, p) = static_cast<std::int16_t>(who);
       ++counts[static_cast<int>(who)];
     }
@@ -184,7 +184,8 @@ void MultinomialExpansion::ReadMultinomialExpansionData() {
       BadExpansion(path, "item " + std::to_string(k) + " has MNC " + FullPrecision(mnc) + ", and its composition " +
                              FullPrecision(MultinomialCoefficient(M.NFactorial, counts + 1, n)) + ".");
     std::uint64_t code = 0;
-    for (int i = 1; i <= n; ++i) code = code * static_cast<std::uint64_t>(n + 1) + static_cast<std::uint64_t>(counts[i]);
+    for (int i = 1; i <= n; ++i)
+      code = code * static_cast<std::uint64_t>(n + 1) + static_cast<std::uint64_t>(counts[i]);
     codes.push_back(code);
     M.ItemMNC(k) = mnc;
     M.MNCSum += mnc;

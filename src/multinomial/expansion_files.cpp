@@ -68,16 +68,17 @@ void MultinomialExpansion::WriteItemTable(TextFile& out, bool sorted) const {
   long females = 0, males = 0;
   for (long r = 1; r <= M.ItemCount; ++r) {
     const long k = sorted ? M.SortedItem(r) : r;
-    const int pairs = twoSex ? std::min<int>(M.ItemReproductiveFemales(k), M.ItemMales(k)) : M.ItemReproductiveFemales(k);
+    const int pairs =
+        twoSex ? std::min<int>(M.ItemReproductiveFemales(k), M.ItemMales(k)) : M.ItemReproductiveFemales(k);
     if (M.ItemFertile(k)) cumuFertile += M.ItemMNC(k);
     cumuMNC += M.ItemMNC(k);
     sumP += M.ItemProbability(k);
     females += M.ItemFemales(k);
     males += M.ItemMales(k);
     out.PrintPart(M.ItemSerial(k), Tab{9}, IndividualsText(M, k), Tab{c.female}, static_cast<int>(M.ItemFemales(k)),
-                  Tab{c.male}, static_cast<int>(M.ItemMales(k)), Tab{c.fecundity}, RoundDisplay(M.ItemMeanFecundity(k), 4),
-                  Tab{c.r0}, RoundDisplay(M.ItemR0(k), 4), Tab{c.mnc}, M.ItemMNC(k), Tab{c.p}, M.ItemProbability(k),
-                  Tab{c.pairs}, pairs, Tab{c.cumuFertile}, cumuFertile);
+                  Tab{c.male}, static_cast<int>(M.ItemMales(k)), Tab{c.fecundity},
+                  RoundDisplay(M.ItemMeanFecundity(k), 4), Tab{c.r0}, RoundDisplay(M.ItemR0(k), 4), Tab{c.mnc},
+                  M.ItemMNC(k), Tab{c.p}, M.ItemProbability(k), Tab{c.pairs}, pairs, Tab{c.cumuFertile}, cumuFertile);
     if (sorted) out.PrintPart(Tab{c.cumuMNC}, cumuMNC);
     out.NewLine();
   }
@@ -111,8 +112,9 @@ void MultinomialExpansion::WriteAllitem1() {
   out.Print(" Multinomial expansion for exact results of bootstrap.");
   out.Print(" Number of individuals (n) =", n);
   out.Print(" Female =", females, "Male =", males, "N-type =", ntype);
-  out.Print(" Note well: This analysis considers the \"reproductive capacity\" of the combination. Please interpret "
-            "with caution.");
+  out.Print(
+      " Note well: This analysis considers the \"reproductive capacity\" of the combination. Please interpret "
+      "with caution.");
   if (S.options.MatingMode == "Yes") {
     out.Print(" This is a two-sex population.");
     out.Print(" *** Combinations must have at least one fertile pair (a female and a male) can produce offspring.");
@@ -166,8 +168,8 @@ void MultinomialExpansion::WriteAllitem3R0MNC() {
   out.Write("i", "Orig. i", "No. Females", "Mean fecundity", "Ro", "MNC", "Prob.");
   for (long r = 1; r <= M.ItemCount; ++r) {
     const long k = M.SortedItem(r);
-    out.Write(r, M.ItemSerial(k), static_cast<int>(M.ItemFemales(k)), M.ItemMeanFecundity(k), M.ItemR0(k),
-              M.ItemMNC(k), M.ItemProbability(k));
+    out.Write(r, M.ItemSerial(k), static_cast<int>(M.ItemFemales(k)), M.ItemMeanFecundity(k), M.ItemR0(k), M.ItemMNC(k),
+              M.ItemProbability(k));
   }
 }
 

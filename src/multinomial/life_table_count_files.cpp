@@ -121,8 +121,7 @@ void LifeTableCount::Print00ELTRoSortedandLTcounted() {
   for (long t = 1; t <= M.LifeTableCount; ++t) {
     while (M.OrderLifeTable(i) != t) ++i;
     const long b = M.LifeTableFirst(t);
-    out.WritePart(t, M.OrderGroup(i), M.SampleR0(b), b, M.LifeTableSamples(t), M.SampleMNC(b),
-                  M.SampleProbability(b));
+    out.WritePart(t, M.OrderGroup(i), M.SampleR0(b), b, M.LifeTableSamples(t), M.SampleMNC(b), M.SampleProbability(b));
     WriteComposition(out, M, b);
   }
 }

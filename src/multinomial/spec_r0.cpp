@@ -211,7 +211,8 @@ void MncForSpecR0::CalculateMNCforSpecBootSample() {
     CalculateMNCforSpecBootSampleA();
     const MultinomialRecord& M = S.multinomial;
     if (P.MsgBox("The multinomial coefficient for the bootstrap sample no. " + std::to_string(SpecSample) + " is " +
-                     FullPrecision(M.SampleMNC(SpecSample)) + " (P = " + FullPrecision(M.SampleProbability(SpecSample)) +
+                     FullPrecision(M.SampleMNC(SpecSample)) +
+                     " (P = " + FullPrecision(M.SampleProbability(SpecSample)) +
                      ").\nCongratulation!\nClick \"Yes\" to calculate MNC for next bootstrap life table.\n"
                      "Click \"No\" to end.",
                  "Calculation of MNC completed.", kYesNo, 2) != kYes)

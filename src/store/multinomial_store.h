@@ -24,11 +24,11 @@ struct FertileTally {
 
 struct MultinomialRecord {
   // --- the expansion (items 1..ItemCount)
-  int ItemSize = 0;          // n
-  long ItemCount = 0;        // C(2n - 1, n)
+  int ItemSize = 0;    // n
+  long ItemCount = 0;  // C(2n - 1, n)
   double NFactorial = 0, NPowerN = 0;
-  double MNCSum = 0;         // running sum of the MNC read
-  long OriginalItem = 0;     // the item of all individuals once: the cohort itself
+  double MNCSum = 0;      // running sum of the MNC read
+  long OriginalItem = 0;  // the item of all individuals once: the cohort itself
   ZeroList<std::int32_t, kMaxMncItem> ItemSerial{"ItemSerial"};
   ZeroList<double, kMaxMncItem> ItemMNC{"ItemMNC"}, ItemEggs{"ItemEggs"}, ItemMeanFecundity{"ItemMeanFecundity"},
       ItemR0{"ItemR0"}, ItemProbability{"ItemProbability"};
@@ -47,9 +47,9 @@ struct MultinomialRecord {
 
   // --- the bootstrap life tables of a run or a record (samples 1..CountM)
   bool CountFromRecord = false;  // R0 and finite rate from a record file (else from the run)
-  long CountM = 0;           // m: B when E equals B, else E
-  int CountN = 0;            // individuals per sample
-  int CountCohort = 0;       // individuals of the cohort (the highest number a sample may hold)
+  long CountM = 0;               // m: B when E equals B, else E
+  int CountN = 0;                // individuals per sample
+  int CountCohort = 0;           // individuals of the cohort (the highest number a sample may hold)
   double CountNFactorial = 0, CountNPowerN = 0;
   BootList<double> SampleMNC{"SampleMNC"}, SampleProbability{"SampleProbability"}, SampleR0{"SampleR0"},
       SampleLambda{"SampleLambda"};
@@ -68,7 +68,7 @@ struct MultinomialRecord {
   // life tables.
   BootList<double> GroupR0{"GroupR0"}, GroupMNC{"GroupMNC"}, GroupProbability{"GroupProbability"},
       GroupLifeTableMNC{"GroupLifeTableMNC"};
-  double SampleMNCSum = 0;   // over samples 1..m
+  double SampleMNCSum = 0;  // over samples 1..m
   BootList<std::int32_t> GroupSamples{"GroupSamples"}, GroupLifeTables{"GroupLifeTables"};
   // Groups of equal R0 for the cumulative frequency.
   ValueGroups R0Groups{"CountR0GroupValue", "CountR0GroupMembers"};

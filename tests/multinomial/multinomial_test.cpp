@@ -42,8 +42,12 @@ void EachSequence(int n, Visit visit) {
 
 // Six individuals: three reproductive females (10, 11 and 5 eggs), two males, one N-type.
 std::vector<test::Individual> SixCohort() {
-  return {{"F", {2, 3, 4}, {3, 5, 0, 2}}, {"F", {3, 2, 5}, {0, 4, 6, 1, 0}}, {"M", {2, 3, 5}},
-          {"M", {3, 3, 4}},               {"N", {2, -1}},                     {"F", {2, 2, 3}, {2, 2, 1}}};
+  return {{"F", {2, 3, 4}, {3, 5, 0, 2}},
+          {"F", {3, 2, 5}, {0, 4, 6, 1, 0}},
+          {"M", {2, 3, 5}},
+          {"M", {3, 3, 4}},
+          {"N", {2, -1}},
+          {"F", {2, 2, 3}, {2, 2, 1}}};
 }
 
 // Writes the expansion of the pool's n into dir and reads it back as Command2's Yes route does.
@@ -204,7 +208,9 @@ struct CountStore {
     BootstrapRecord& R = S->boot;
     R.BootB = R.EffectiveCount = static_cast<std::int32_t>(samples.size());
     for (std::size_t b = 0; b < samples.size(); ++b) {
-      for (int p = 0; p < 3; ++p) R.BootIndividuals(p + 1, static_cast<long>(b + 1)) = static_cast<std::int16_t>(samples[b][static_cast<std::size_t>(p)]);
+      for (int p = 0; p < 3; ++p)
+        R.BootIndividuals(p + 1, static_cast<long>(b + 1)) =
+            static_cast<std::int16_t>(samples[b][static_cast<std::size_t>(p)]);
       R.BootR0(static_cast<long>(b + 1)) = r0[b];
     }
     S->identity.DataFileBase = dir.file("c");
@@ -257,8 +263,9 @@ TEST(LifeTableCount, SampleBeyondTheCohortIsRefused) {
 TEST(MncForSpecR0, CountsOfTheRecordsR0) {
   test::TempDir dir;
   const std::string path = dir.file("rec.txt");
-  std::string t = "\"Project: Test\"\n\"Control\"\n\"EffectBoot-Yes and KorvanMating-Yes\"\n"
-                  "\"Total number of effective bootstrap =\",5\n5\n\"Bootstrap sample size =\",3\n3\n";
+  std::string t =
+      "\"Project: Test\"\n\"Control\"\n\"EffectBoot-Yes and KorvanMating-Yes\"\n"
+      "\"Total number of effective bootstrap =\",5\n5\n\"Bootstrap sample size =\",3\n3\n";
   const std::vector<std::pair<std::string, double>> samples = {
       {"1,2,3", 2}, {"3,1,2", 2}, {"1,1,2", 3}, {"2,3,1", 2}, {"1,2,2", 2}};
   for (std::size_t b = 0; b < samples.size(); ++b) {
@@ -276,10 +283,10 @@ TEST(MncForSpecR0, CountsOfTheRecordsR0) {
   a5.CalculateMNCforSpecRo();
   EXPECT_EQ(a5.Picked.size(), 4u);
   ASSERT_EQ(a5.Different.size(), 2u);
-  EXPECT_EQ(a5.Repeats[0], 1);             // 1,2,2 (sample 5)
-  EXPECT_EQ(a5.Repeats[1], 3);             // 1,2,3 (samples 1, 2, 4)
-  EXPECT_EQ(a5.SumMNCOfR0, 6 + 3);         // D: 1,2,3 and 1,2,2 once each
-  EXPECT_EQ(a5.SumMNC, 6 * 3 + 3 + 3);     // C over the five samples
+  EXPECT_EQ(a5.Repeats[0], 1);          // 1,2,2 (sample 5)
+  EXPECT_EQ(a5.Repeats[1], 3);          // 1,2,3 (samples 1, 2, 4)
+  EXPECT_EQ(a5.SumMNCOfR0, 6 + 3);      // D: 1,2,3 and 1,2,2 once each
+  EXPECT_EQ(a5.SumMNC, 6 * 3 + 3 + 3);  // C over the five samples
   const auto report = test::Lines(dir.file("rec_R02_5_MNC_A5.txt"));
   EXPECT_EQ(report.back(), "Observed counts of this R0 = 4 ");
   EXPECT_NE(std::find(report.begin(), report.end(), "There are  3  life tables with same composition of individuals."),
