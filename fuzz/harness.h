@@ -22,6 +22,7 @@ struct Outcome {
   long comparedValues = 0;    // values of all treatments of a paired test (BootCount summed)
   bool detailedRun = false;   // the paired test ran its detailed route too
   long filesWritten = 0;      // files of the transforms, each read again as its kind is read
+  long countedItems = 0;      // items of a multinomial expansion, or samples of a count of life tables
   // The second routes of a file of treatments: its Cartesian test (every difference summed
   // over pairs) and its Tukey table (the treatments of a table written), with their endings.
   double cartesianDifferences = 0;
@@ -81,6 +82,14 @@ Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t si
 // level that needs it, and as the pooled cohort's "_ZZ-population parameters.txt" of
 // "I. Contribution", after the Basic Run of the cohort of RunRecordFile.
 Outcome RunHarvestAndContributionFiles(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The same record counted by "M. Count LT" after the same Basic Run: its samples composed,
+// ordered on R0 and grouped, with the "_00_" files.
+Outcome RunRecordCount(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The bytes as a multinomial expansion read by "Multinomial" (Command2, Yes) after Basic Run of
+// the same cohort of six: the items analysed, sorted and the five "_0_MNT_" files written.
+Outcome RunExpansionFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
 // The cohort of RunRecordFile: individuals 1..6, F M N F M N.
 extern const char* const kRecordCohort;

@@ -9,6 +9,7 @@
 #include "commands/general_bootstrap_command.h"
 #include "commands/harvest_command.h"
 #include "commands/jackknife_command.h"
+#include "commands/multinomial_commands.h"
 #include "commands/paired_test_commands.h"
 #include "commands/tukey_command.h"
 #include "commands/ratio_command.h"
@@ -63,6 +64,11 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdReduceReprodPeriod", Run<TransformCommands, &TransformCommands::cmdReduceReprodPeriod_Click>},
       {"cmdHarvest", Run<FurtherAnalysisForms, &FurtherAnalysisForms::cmdHarvest_Click>},
       {"ContributionPartition", Run<FurtherAnalysisForms, &FurtherAnalysisForms::ContributionPartition_Click>},
+      {"Command2", Run<MultinomialCommands, &MultinomialCommands::Command2_Click>},
+      {"cmdSortAndCountLT", Run<MultinomialCommands, &MultinomialCommands::cmdSortAndCountLT_Click>},
+      {"cmdCountBootLifeTable", Run<MultinomialCommands, &MultinomialCommands::cmdCountBootLifeTable_Click>},
+      {"cmdCalMNCforSpecR0", Run<MultinomialCommands, &MultinomialCommands::cmdCalMNCforSpecR0_Click>},
+      {"cmdCountBootIndNr", Run<MultinomialCommands, &MultinomialCommands::cmdCountBootIndNr_Click>},
   };
   return handlers;
 }

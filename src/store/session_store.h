@@ -16,6 +16,7 @@
 #include "store/further_analyses.h"
 #include "store/group_reared.h"
 #include "store/life_table.h"
+#include "store/multinomial_store.h"
 #include "store/limits.h"
 #include "store/parameters.h"
 #include "store/read_data.h"
@@ -216,6 +217,7 @@ struct SessionStore {
   ReadDataRecord readData;
   BootstrapRecord boot;
   ComparisonRecord comparison;
+  MultinomialRecord multinomial;
   AdultLifeTable adult;
   ImmatureLifeTable immature;
   HarvestRecord harvest;

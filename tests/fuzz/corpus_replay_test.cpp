@@ -113,6 +113,27 @@ TEST(FuzzCorpus, RecordFilesRepeatTheirSamplesOrEndAsTheProgramEnds) {
                {"individual_beyond_pool.txt", "individual_zero.txt", "sample_size_beyond.txt"});
 }
 
+// The same records counted as life tables: the samples of a record that the count can compose
+// are counted; an individual outside the cohort ends with its message.
+TEST(FuzzCorpus, RecordFilesCountOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("record_count", RunRecordCount);
+  ASSERT_GE(endings.size(), 15u);
+  ExpectRanWith(endings, &Outcome::countedItems,
+                {{"effective_two_sex.txt", 3}, {"all_two_sex.txt", 2}, {"general.txt", 3}, {"no_summary.txt", 3}});
+  ExpectEnding(endings, Ending::ProgramEnd, {"individual_beyond_pool.txt", "individual_zero.txt"});
+}
+
+// Multinomial expansions read after Basic Run of a cohort of six: the expansion of six is
+// analysed whole; any other file ends with a message, a file of n > 10 with its own.
+TEST(FuzzCorpus, ExpansionFilesAreAnalysedOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("expansion_file", RunExpansionFile);
+  ASSERT_GE(endings.size(), 10u);
+  ExpectRanWith(endings, &Outcome::countedItems, {{"six.txt", 462}, {"eleven.txt", 0}});
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"cut_short.txt", "five_for_six.txt", "text_for_individual.txt", "wrong_coefficient.txt",
+                "item_repeated.txt", "individual_beyond.txt", "size_text.txt", "empty.txt", "negative_size.txt"});
+}
+
 // The same files as one of the two files of a ratio: a column of the 20 values divides or is
 // divided, or the run ends with its message (a cut-short head, another B, a zero denominator).
 TEST(FuzzCorpus, ColumnFilesFormRatiosOrEndAsTheProgramEnds) {
