@@ -192,31 +192,65 @@ const char* const kRecordCohort =
     " 1 ,F, 2, 4, 3, 5\n1,0,3,-1\n 2 ,M, 2, 4, 3, 6\n 3 ,N, 2, 4,-3\n"
     " 4 ,F, 3, 4, 3, 3\n2,2,2,-1\n 5 ,M, 2, 5, 3, 4\n 6 ,N,-1\n";
 
-Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+namespace {
+
+// Basic Run of the record's cohort, then one command on the bytes as the file chosen.
+// then(S, P, file, outcome) runs the command and notes what it did in the outcome.
+template <class Then>
+Outcome AfterBasicRun(Workbench& bench, const char* name, const std::uint8_t* data, std::size_t size, Then then) {
   const std::string cohort = bench.Put("cohort.txt", kRecordCohort, std::strlen(kRecordCohort));
-  const std::string record = bench.Add("record.txt", data, size);
+  const std::string file = bench.Add(name, data, size);
   Outcome ran = Guarded([&] {
     auto S = StartedSession();
     AcceptingPrompts P;
     FastRun(*S, P, cohort, true);
     Outcome ran;
     ran.basicRunDone = S->basic.BasicRunDone == "yes";
-    if (!ran.basicRunDone) return ran;
-
-    // One thread and a fixed seed: a run is repeated exactly from its input.
-    S->runControl.threads = 1;
-    S->runControl.hasSeed = true;
-    S->runControl.seed = 1;
-    P.files["Open bootstrap record file (In general, it is file no. 11)."] = record;
-    P.answers["Fast run for bootstrap?"] = kCancel;  // the detailed steps, where the record is offered
-    P.answers["Same bootstrap samples?"] = kYes;
-    P.answers["Fast run for the rest steps?"] = kYes;
-    Press(*S, P, "cmdBootstrap");
-    ran.bootstrapSamples = S->boot.EffectiveCount;
+    if (ran.basicRunDone) then(*S, P, file, ran);
     return ran;
   });
-  bench.ExpectIntact(record, data, size);
+  bench.ExpectIntact(file, data, size);
   return ran;
+}
+
+}  // namespace
+
+Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  return AfterBasicRun(bench, "record.txt", data, size,
+                       [](Session& S, AcceptingPrompts& P, const std::string& record, Outcome& ran) {
+                         // One thread and a fixed seed: a run is repeated exactly from its input.
+                         S.runControl.threads = 1;
+                         S.runControl.hasSeed = true;
+                         S.runControl.seed = 1;
+                         P.files["Open bootstrap record file (In general, it is file no. 11)."] = record;
+                         // The detailed steps, where the record is offered.
+                         P.answers["Fast run for bootstrap?"] = kCancel;
+                         P.answers["Same bootstrap samples?"] = kYes;
+                         P.answers["Fast run for the rest steps?"] = kYes;
+                         Press(S, P, "cmdBootstrap");
+                         ran.bootstrapSamples = S.boot.EffectiveCount;
+                       });
+}
+
+Outcome RunRecordCount(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  return AfterBasicRun(bench, "record.txt", data, size,
+                       [](Session& S, AcceptingPrompts& P, const std::string& file, Outcome& ran) {
+                         P.files["Open bootstrap record file (In general, it is file no. 11)."] = file;
+                         P.answers["Sort bootstrap life tables for multinomial theorem?"] = kNo;
+                         P.answers["Are you sure?"] = kYes;
+                         Press(S, P, "cmdCountBootLifeTable");
+                         ran.countedItems = S.multinomial.CountM;
+                       });
+}
+
+Outcome RunExpansionFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  return AfterBasicRun(bench, "expansion.txt", data, size,
+                       [](Session& S, AcceptingPrompts& P, const std::string& file, Outcome& ran) {
+                         P.files["Open multinomial expansion data file"] = file;
+                         P.answers["Read the file with all MNC or create the file of MNC?"] = kYes;
+                         Press(S, P, "Command2");
+                         ran.countedItems = S.multinomial.ItemCount;
+                       });
 }
 
 Outcome RunConsumptionFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
@@ -592,6 +626,38 @@ Outcome RunImmatureFile(Workbench& bench, const std::uint8_t* data, std::size_t 
     return Outcome{};
   });
   bench.ExpectIntact(path, data, size);
+  return ran;
+}
+
+Outcome RunGroupFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string path = bench.Put("group.txt", data, size);
+  auto readNandF = [&](const std::string& file, bool predation) {
+    auto S = StartedSession();
+    AcceptingPrompts P;
+    P.answers["Group reared life table with predation rate?"] = predation ? kYes : kNo;
+    P.files["Open group-reared life table data"] = file;
+    P.answers["Do you need flow record?"] = kNo;
+    P.goOn = {"Estimate matrices G and D?", "Double check matrix S based on N and F?", "Stop here or continue?",
+              "Larval stage overlaps adult stage!", "Do you want to group stages?"};
+    if (size % 4 != 0) P.inputs["Which case is good for your data =?"] = std::to_string(size % 4);
+    Press(*S, P, "cmdReadNandF");
+    return Outcome{};
+  };
+  // Without predation rows, then with them.
+  Outcome ran = Guarded([&] { return readNandF(path, false); });
+  bench.ExpectIntact(path, data, size);
+  (void)Guarded([&] { return readNandF(path, true); });
+  bench.ExpectIntact(path, data, size);
+  // The two-stage form is read by B in turn; a rebuilt individual file passes A1's check.
+  for (const std::string& file : FilesBeside(bench, path)) {
+    if (EndsWith(file, "_2 Stages.txt")) {
+      (void)Guarded([&] { return readNandF(file, false); });
+      ++ran.filesWritten;
+    } else if (EndsWith(file, "Individual Life Table.txt") || EndsWith(file, "Individual LifeTable.txt")) {
+      ExpectReadAsDataFile(file, false);
+      ++ran.filesWritten;
+    }
+  }
   return ran;
 }
 

@@ -22,6 +22,7 @@ struct Outcome {
   long comparedValues = 0;    // values of all treatments of a paired test (BootCount summed)
   bool detailedRun = false;   // the paired test ran its detailed route too
   long filesWritten = 0;      // files of the transforms, each read again as its kind is read
+  long countedItems = 0;      // items of a multinomial expansion, or samples of a count of life tables
   // The second routes of a file of treatments: its Cartesian test (every difference summed
   // over pairs) and its Tukey table (the treatments of a table written), with their endings.
   double cartesianDifferences = 0;
@@ -87,6 +88,14 @@ Outcome RunConsumptionFile(Workbench& bench, const std::uint8_t* data, std::size
 // "I. Contribution", after the Basic Run of the cohort of RunRecordFile.
 Outcome RunHarvestAndContributionFiles(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
+// The same record counted by "M. Count LT" after the same Basic Run: its samples composed,
+// ordered on R0 and grouped, with the "_00_" files.
+Outcome RunRecordCount(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The bytes as a multinomial expansion read by "Multinomial" (Command2, Yes) after Basic Run of
+// the same cohort of six: the items analysed, sorted and the five "_0_MNT_" files written.
+Outcome RunExpansionFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
 // The cohort of RunRecordFile: individuals 1..6, F M N F M N.
 extern const char* const kRecordCohort;
 
@@ -131,6 +140,13 @@ Outcome RunOverwinterOnAdultFile(Workbench& bench, const std::uint8_t* data, std
 
 // The bytes read as an immature life table.
 Outcome RunImmatureFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
+// The bytes as a group-reared file of counts N and eggs F through "B. Read N, F", without and
+// with predation rows (the outcome is the first run's), every question answered so that it goes on: the estimates of G and
+// D, the rebuilding of individuals (the case suggested, or 1, 2, 3 by the size), the grouping of
+// stages at its defaults. The two-stage form it writes goes through B again, and a rebuilt
+// individual file must pass A1's check and be read by Basic Run's reader.
+Outcome RunGroupFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
 // The other treatment of RunColumnFile: 20 values of r.
 extern const char* const kColumnFile;

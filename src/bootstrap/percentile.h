@@ -29,6 +29,9 @@ class BootPercentiles : public Procedures {
   void SortedBootFecundityNfr();
   void SortBootFemaleProportion();
   void SortBootLongevity();
+  // "_J1d_Boot_R0_Cumu Freq.txt": the cumulative frequency of groups of R0 among m samples and
+  // its probit (the last group's frequency is 1, with no probit).
+  void WriteR0CumulativeFrequency(const ValueGroups& groups, long m);
 
   // Percentile life tables. The sample, its label ("0.025 lambda") and the name of the life
   // table (OutputFileName) are set by the caller; the three are one procedure.
@@ -93,5 +96,7 @@ class BootPercentiles : public Procedures {
 // The list of individuals of a sample as the files show it: each number with its print
 // blanks, "," between them, twenty to a line.
 void WriteSampleList(TextFile& out, const BootstrapRecord& R, long sample, long n);
+// The same of any list of samples (the drawn ones, or the compositions of a count).
+void WriteSampleList(TextFile& out, const BootMatList<std::int16_t, kMaxIndividual>& lists, long sample, long n);
 
 }  // namespace korvan

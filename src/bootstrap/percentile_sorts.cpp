@@ -294,18 +294,7 @@ void BootPercentiles::SortBootstrapNetR0() {
     out.Print("Sum of counts =", sum);
     GroupRows(out, "R0", g, false);
   }
-  if (R.BootNormalCurves != "No") {
-    TextFile out(OutputName(S, "_J1d_Boot_R0_Cumu Freq.txt"));
-    SortedHead(out, false);
-    out.Print("Group serial no.", Zone{}, "R0", Zone{}, "Cumu. Freq.", Zone{}, "Probit");
-    FormCumulativeProbits(g, B, s.R0CumulativeFrequency, s.R0Probit);
-    for (long k = 1; k <= g.Count; ++k) {
-      if (k == g.Count)
-        out.Print(k, Zone{}, g.Value(k), Zone{}, 1);
-      else
-        out.Print(k, Zone{}, g.Value(k), Zone{}, s.R0CumulativeFrequency(k), Zone{}, s.R0Probit(k));
-    }
-  }
+  if (R.BootNormalCurves != "No") WriteR0CumulativeFrequency(g, B);
   PercentileFile f{"_J1c_Boot_0.025 and 0.975 percentile-R0.txt", "net reproductive rate"};
   f.sample[0] = s.R0025Sample;
   f.sample[1] = s.R0500Sample;
@@ -315,6 +304,20 @@ void BootPercentiles::SortBootstrapNetR0() {
   f.sd = R.R0.se;
   f.isR0 = true;
   WritePercentileFile(f);
+}
+
+void BootPercentiles::WriteR0CumulativeFrequency(const ValueGroups& g, long m) {
+  SortStore& s = S.boot.sort;
+  TextFile out(OutputName(S, "_J1d_Boot_R0_Cumu Freq.txt"));
+  SortedHead(out, false);
+  out.Print("Group serial no.", Zone{}, "R0", Zone{}, "Cumu. Freq.", Zone{}, "Probit");
+  FormCumulativeProbits(g, m, s.R0CumulativeFrequency, s.R0Probit);
+  for (long k = 1; k <= g.Count; ++k) {
+    if (k == g.Count)
+      out.Print(k, Zone{}, g.Value(k), Zone{}, 1);
+    else
+      out.Print(k, Zone{}, g.Value(k), Zone{}, s.R0CumulativeFrequency(k), Zone{}, s.R0Probit(k));
+  }
 }
 
 void BootPercentiles::SortBootstrapIntrinsicRate() {

@@ -12,10 +12,14 @@
 namespace korvan {
 
 void WriteSampleList(TextFile& out, const BootstrapRecord& R, long sample, long n) {
+  WriteSampleList(out, R.BootIndividuals, sample, n);
+}
+
+void WriteSampleList(TextFile& out, const BootMatList<std::int16_t, kMaxIndividual>& lists, long sample, long n) {
   std::string line;
   char buf[16];
   for (long p = 1; p <= n; ++p) {
-    const auto r = std::to_chars(buf, buf + sizeof buf, static_cast<int>(R.BootIndividuals(p, sample)));
+    const auto r = std::to_chars(buf, buf + sizeof buf, static_cast<int>(lists(p, sample)));
     line += ' ';
     line.append(buf, r.ptr);
     line += ' ';

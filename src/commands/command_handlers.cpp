@@ -9,9 +9,11 @@
 #include "commands/general_bootstrap_command.h"
 #include "commands/harvest_command.h"
 #include "commands/jackknife_command.h"
+#include "commands/multinomial_commands.h"
 #include "commands/paired_test_commands.h"
 #include "commands/tukey_command.h"
 #include "commands/ratio_command.h"
+#include "commands/read_n_and_f_command.h"
 #include "commands/read_data_a1.h"
 #include "commands/sort_count_commands.h"
 #include "commands/spec_boot_sample.h"
@@ -37,6 +39,7 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
   static const std::map<std::string, CommandHandler, std::less<>> handlers = {
       {"Command1", Quit},
       {"cmdReadDataA1", Run<ReadDataA1, &ReadDataA1::cmdReadDataA1_Click>},
+      {"cmdReadNandF", Run<ReadNandFCommand, &ReadNandFCommand::cmdReadNandF_Click>},
       {"cmdBasicRunA2", Run<BasicRunDriver, &BasicRunDriver::cmdBasicRunA2_Click>},
       {"cmdBootstrap", Run<BootstrapDriver, &BootstrapDriver::cmdBootstrap_Click>},
       {"cmdPairedBootTest", Run<PairedTestCommands, &PairedTestCommands::cmdPairedBootTest_Click>},
@@ -61,6 +64,11 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdReduceReprodPeriod", Run<TransformCommands, &TransformCommands::cmdReduceReprodPeriod_Click>},
       {"cmdHarvest", Run<FurtherAnalysisForms, &FurtherAnalysisForms::cmdHarvest_Click>},
       {"ContributionPartition", Run<FurtherAnalysisForms, &FurtherAnalysisForms::ContributionPartition_Click>},
+      {"Command2", Run<MultinomialCommands, &MultinomialCommands::Command2_Click>},
+      {"cmdSortAndCountLT", Run<MultinomialCommands, &MultinomialCommands::cmdSortAndCountLT_Click>},
+      {"cmdCountBootLifeTable", Run<MultinomialCommands, &MultinomialCommands::cmdCountBootLifeTable_Click>},
+      {"cmdCalMNCforSpecR0", Run<MultinomialCommands, &MultinomialCommands::cmdCalMNCforSpecR0_Click>},
+      {"cmdCountBootIndNr", Run<MultinomialCommands, &MultinomialCommands::cmdCountBootIndNr_Click>},
   };
   return handlers;
 }

@@ -97,9 +97,13 @@ void LifeTableEngine::Life04Gosub2400() {
   if (level == "Nooutput") return;
   const int m = S.header.StageCount;
   const bool costs = S.header.RegularLifeTable == "No";
+  // Counts of a group-reared cohort give no g(x,j) and d(x,j), nor what is built on them.
+  const bool groupReared = S.options.GroupRearedFlag == "Yes";
   if (level != "No") {
-    WriteStageFigure("_Fig_Gxj.txt", "Growth transition probability (matrix G)", Figure::G);
-    WriteStageFigure("_Fig_Dxj.txt", "Development transition probability (matrix D)", Figure::D, FigureForm::Development);
+    if (!groupReared) {
+      WriteStageFigure("_Fig_Gxj.txt", "Growth transition probability (matrix G)", Figure::G);
+      WriteStageFigure("_Fig_Dxj.txt", "Development transition probability (matrix D)", Figure::D, FigureForm::Development);
+    }
     WriteStageFigure("_2b_Fig_Fxj.txt", "Fecundity matrix (F)", Figure::F);
     WriteLxKeyFactors();
   }
@@ -108,7 +112,7 @@ void LifeTableEngine::Life04Gosub2400() {
   WriteStageFigure("_1a_Fig_Nxj.txt", "Age-stage survival number", Figure::N);
 
   // The cohort in the group-reared form: counts by stage and age, and the female eggs.
-  if (S.options.GroupRearedFlag != "Yes") {
+  if (!groupReared) {
     const auto& T = W.tables;
     const auto& L = W.lifeTable;
     const auto& H = S.header;
@@ -152,6 +156,7 @@ void LifeTableEngine::Life04Gosub2400() {
     }
   }
 
+  if (groupReared) return;
   WriteStageFigure("_6b_Fig_Uxj.txt", "Age-stage specific survival rate (matrix U)", Figure::U);
   WriteStageFigure("_6a_Fig_Qxj.txt", "Age-stage specific mortality (matrix Q)", Figure::Q);
   WriteStageFigure("_6_Fig_Pxj.txt", "Age-stage distribution of mortality (matrix P)", Figure::P);

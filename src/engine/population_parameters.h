@@ -62,9 +62,11 @@ class ParameterEngine : public EngineProcedures {
   // The main age-specific table with its block of parameters.
   void PrintIntrinsicRateTable();
   void Life05aGosub0800();
+  void Life05aGosub0800ForNandFt();
   void Life05aGosub1000();
   void Life05aGosub1100();
   void PrintRelationshipFtoR0();
+  void PrintRelationshipFtoR0forNandFt();
 
   // Figure files.
   void Life05aGosub2610();
@@ -122,6 +124,10 @@ class ParameterEngine : public EngineProcedures {
   void ShowBox(const char* box, double value, int decimals) const;
   void ShowValueBox(const char* box, const std::string& text) const;
   void ColourBox(const char* box, const char* colour) const;
+
+  // The main table and the check of R0 of both kinds of data.
+  void AgeSpecificLifeTable(bool groupReared);
+  void RelationshipFtoR0();
 
   // Indices of the pass.
   long BootIndex() const;

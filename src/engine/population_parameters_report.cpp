@@ -23,8 +23,10 @@ double ParameterEngine::ReportTpop() const {
 
 void ParameterEngine::PrintIntrinsicRateTable() {
   Flow("PrintIntrinsicRateTable");
-  // Group-reared data have a table of their own, which comes with the reading of N and F.
-  Life05aGosub0800();
+  if (S.options.GroupRearedFlag == "Yes")
+    Life05aGosub0800ForNandFt();
+  else
+    Life05aGosub0800();
 }
 
 void ParameterEngine::Life05aGosub1100() {
@@ -53,6 +55,17 @@ void ParameterEngine::Life05aGosub1000() {
 
 void ParameterEngine::Life05aGosub0800() {
   FlowEngine("Life05aGosub0800");
+  AgeSpecificLifeTable(false);
+}
+
+// The same table for group-reared data: the head names the project, the peak lines are left
+// out, the rates at the stable distribution are always those per time unit.
+void ParameterEngine::Life05aGosub0800ForNandFt() {
+  FlowEngine("Life05aGosub0800ForNandFt");
+  AgeSpecificLifeTable(true);
+}
+
+void ParameterEngine::AgeSpecificLifeTable(bool groupReared) {
   auto& out = C.MainOutput;
   if (!out.IsOpen()) return;
   auto& p = W.params;
@@ -62,6 +75,11 @@ void ParameterEngine::Life05aGosub0800() {
   NewMainTablePage(C);
   out.Print("Table", C.MainTableNumber, ". Age-specific life table");
   PrintDateAndTime(out);
+  if (groupReared) {
+    out.Print("Project: ", S.identity.ProjectName);
+    out.Print("Username: ", S.identity.UserName);
+    out.Print("Treatment: ", S.identity.TreatmentName);
+  }
   out.Print(Line(82, '='));
   Life05aGosub1100();
   for (int x = 0; x <= t.LastAge; ++x) {
@@ -78,7 +96,8 @@ void ParameterEngine::Life05aGosub0800() {
   }
   if (tu != 1) {
     out.Print(" Attention:  You collected your data every ", tu, " time unit.");
-    out.Print("             But the above intrinsic rate is for one time unit.");
+    out.Print(groupReared ? "             But this intrinsic rate is for one time unit."
+                          : "             But the above intrinsic rate is for one time unit.");
     out.Print("             The intrinsic rate of increase (r) per ", tu, " time unit is", p.StepIntrinsicRate);
   }
   if (p.r == 0) p.lambda = 1;
@@ -93,7 +112,7 @@ void ParameterEngine::Life05aGosub0800() {
     out.Print(" **********  The finite rate of increase (lambda) per ", tu, " time unit is", p.StepFiniteRate);
   }
   out.Print(" The net reproductive rate (R0) =", p.R0, "offspring/individual.");
-  if (p.r != 0) {
+  if (p.r != 0 && !groupReared) {
     const int peakAge = static_cast<int>(S.params.PeakMxAge);
     out.Print(" The first age of reproductive value of female adult =", p.FirstVxjAge, ".");
     out.Print(" The peak value of age-specific fecundity m(x) =", RoundDisplay(S.params.PeakMx, 3), " at age",
@@ -133,20 +152,27 @@ void ParameterEngine::Life05aGosub0800() {
   auto star = [&](auto... items) { out.Print(items..., Tab{85}, "*"); };
   out.Print(" The relationhip is: lambda = 1+b-d or lambda = s+b.");
   out.Print(" ** Attention! **********************************************************************");
-  if (tu == 1) {
-    const double b = p.BirthRate, s = p.SurvivalRate, d = p.DeathRate;
+  // Per time unit when the time unit is 1; else per the time unit of the data, with the
+  // values of the second row. Group-reared data always show the first row, in the second wording.
+  const bool perUnit = tu == 1 && !groupReared;
+  const bool stepRow = tu != 1 && !groupReared;
+  const double b = stepRow ? p.BirthRateStep : p.BirthRate;
+  const double s = stepRow ? p.SurvivalRateStep : p.SurvivalRate;
+  const double d = stepRow ? p.DeathRateStep : p.DeathRate;
+  if (perUnit) {
     star(" *  Birth rate rate (b) (at SASD) per time unit =", b);
     star(" *  Survival rate (s) (at SASD) per time unit =", s);
     star(" *  Death rate (d) (at SASD) (per time unit) =", d);
     star(" *  Finite rate (lambda) = 1+b-d =", 1 + b - d, "per time unit.");
     if (p.r != 0) star(" *  Finite rate (lambda) = s+b =", s + b, "per time unit.");
   } else {
-    const double b = p.BirthRateStep, s = p.SurvivalRateStep, d = p.DeathRateStep;
-    star(" *  Birth rate rate (b) (at SASD) (per ", tu, " time unit) =", b);
-    star(" *  Survival rate (s) (at SASD) (per ", tu, " time unit) =", s);
-    star(" *  Death rate (d) (at SASD) (per ", tu, " time unit) =", d);
+    const char* tag[3] = {"(b) ", "(s) ", "(d) "};
+    if (groupReared) tag[0] = tag[1] = tag[2] = "";
+    star(" *  Birth rate rate ", tag[0], "(at SASD) (per ", tu, " time unit) =", b);
+    star(" *  Survival rate ", tag[1], "(at SASD) (per ", tu, " time unit) =", s);
+    star(" *  Death rate ", tag[2], "(at SASD) (per ", tu, " time unit) =", d);
     star(" *  Finite rate (lambda) = 1+b-d =", 1 + b - d, "per ", tu, "time unit.");
-    if (p.r != 0) star(" *  Finite rate (lambda) = s+b =", s + b, "per ", tu, "time unit.");
+    if (p.r != 0) star(groupReared ? " *  Finite rate (lambda) = S+b = " : " *  Finite rate (lambda) = s+b =", s + b, "per ", tu, "time unit.");
   }
   star(" *  The relationship among birth rate, death rate, survival rate, and finite rate");
   star(" *  is a good practice for \"Critical thinking\".");
@@ -169,11 +195,24 @@ void ParameterEngine::Life05aGosub0800() {
   out.Print(" You can find precise data in files for figure preparation (e.g., _Fig_FxLxMxLxMx)");
   out.Print(" and for further analyses (e.g., G_eggs per oviposition day.txt).");
   out.Print(Line(81, '-'));
-  PrintRelationshipFtoR0();
+  if (groupReared)
+    PrintRelationshipFtoR0forNandFt();
+  else
+    PrintRelationshipFtoR0();
 }
 
 void ParameterEngine::PrintRelationshipFtoR0() {
   Flow("PrintRelationshipFtoR0");
+  RelationshipFtoR0();
+}
+
+// F is the eggs of the group over the females that emerged in it.
+void ParameterEngine::PrintRelationshipFtoR0forNandFt() {
+  Flow("PrintRelationshipFtoR0forNandFt");
+  RelationshipFtoR0();
+}
+
+void ParameterEngine::RelationshipFtoR0() {
   auto& out = C.MainOutput;
   if (!out.IsOpen()) return;
   const double R0 = W.params.R0;

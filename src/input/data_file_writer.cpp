@@ -1,5 +1,7 @@
 #include "input/data_file_writer.h"
 
+#include <algorithm>
+
 
 #include "text/numbers.h"
 
@@ -45,31 +47,38 @@ void WriteLifeTableLayout(TextFile& out, const SessionStore& S, const LifeTableH
   for (long p = 1; p <= records.count; ++p) {
     const long row = records.rowOf ? records.rowOf(p) : p;
     const std::string& sex = records.sex(row);
-    std::string line = PrintNumber(static_cast<double>(p)) + "," + sex;
     const int last = records.lastStage > 0 ? records.lastStage : m;
-    for (int j = records.firstStage; j <= last; ++j) {
-      const double d = records.duration(row, j);
-      line += "," + RecordNumber(d);
-      if (d < 0) break;
-    }
-    out.RawText(line);
-    out.NewLine();
-    if (sex != "F" || !records.withEggs) continue;
-
-    // Days 1..d of the adult stage, then the closing -1; lines of at most 20 values.
-    const double d = records.duration(row, m);
-    long written = 0;
-    std::string values;
-    auto put = [&](double v) {
-      if (written > 0) values += (written % 20 == 0) ? "\n" : ",";
-      values += RecordNumber(v);
-      ++written;
-    };
-    for (long x = 1; x <= d; ++x) put(records.fecundity(row, x) * records.fecundityFactor);
-    put(-1);
-    out.RawText(values);
-    out.NewLine();
+    std::vector<double> durations;
+    for (int j = records.firstStage; j <= last; ++j) durations.push_back(records.duration(row, j));
+    const bool eggs = sex == "F" && records.withEggs;
+    WriteIndividualRecord(out, p, sex, durations, eggs ? std::max(0L, static_cast<long>(records.duration(row, m))) : -1,
+                          [&](long x) { return records.fecundity(row, x) * records.fecundityFactor; });
   }
+}
+
+void WriteIndividualRecord(TextFile& out, long number, const std::string& sex, const std::vector<double>& durations,
+                           long eggDays, const std::function<double(long)>& eggsOfDay) {
+  std::string line = PrintNumber(static_cast<double>(number)) + "," + sex;
+  for (const double d : durations) {
+    line += "," + RecordNumber(d);
+    if (d < 0) break;
+  }
+  out.RawText(line);
+  out.NewLine();
+  if (eggDays < 0) return;
+
+  // Days 1..d of the adult stage, then the closing -1; lines of at most 20 values.
+  long written = 0;
+  std::string values;
+  auto put = [&](double v) {
+    if (written > 0) values += (written % 20 == 0) ? "\n" : ",";
+    values += RecordNumber(v);
+    ++written;
+  };
+  for (long x = 1; x <= eggDays; ++x) put(eggsOfDay(x));
+  put(-1);
+  out.RawText(values);
+  out.NewLine();
 }
 
 LifeTableRecords LifeTableWriter::SampleRecords() const {

@@ -10,6 +10,7 @@
 // lines below, at most 20 values a line, closed by -1. Every file the system reads back.
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "run/run_context.h"
 #include "text/text_file.h"
@@ -42,6 +43,11 @@ struct LifeTableRecords {
 std::string StampedProjectLine(const SessionStore& S);
 // A number as the records show it: a leading blank when not negative, no trailing blank.
 std::string RecordNumber(double v);
+
+// One individual's record: number, sex and durations (up to a negative one) on a line, and,
+// when eggDays is 0 or more, the eggs of adult days 1..eggDays below it, closed by -1.
+void WriteIndividualRecord(TextFile& out, long number, const std::string& sex, const std::vector<double>& durations,
+                           long eggDays, const std::function<double(long)>& eggsOfDay);
 
 // Writes the whole file: head, stage list and records, with the stage list of S.header.
 void WriteLifeTableLayout(TextFile& out, const SessionStore& S, const LifeTableHead& head,

@@ -26,7 +26,7 @@ struct ParameterWork {
   // Age-specific fecundity and the Euler-Lotka terms.
   AgeDbl Mx{"Mx"};
   AgeDbl CumLxMx{"CumLxMx"};
-  Vec<std::int32_t, 0, kMaxAge> AgeIndex{"AgeIndex"};
+  Vec<std::int32_t, 0, kMaxAge + 1> AgeIndex{"AgeIndex"};  // ages 0..LastAge + 1
   int LastReproductiveAge = 0;
   AgeDbl EulerTerm{"EulerTerm"};  // l(x) exp(-r a) m(x) at the last r tried
 

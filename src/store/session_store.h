@@ -14,7 +14,9 @@
 #include "store/comparison.h"
 #include "store/console_state.h"
 #include "store/further_analyses.h"
+#include "store/group_reared.h"
 #include "store/life_table.h"
+#include "store/multinomial_store.h"
 #include "store/limits.h"
 #include "store/parameters.h"
 #include "store/predation.h"
@@ -220,11 +222,13 @@ struct SessionStore {
   ReadDataRecord readData;
   BootstrapRecord boot;
   ComparisonRecord comparison;
+  MultinomialRecord multinomial;
   AdultLifeTable adult;
   ImmatureLifeTable immature;
   PredationRecord predation;
   HarvestRecord harvest;
   ContributionRecord contribution;
+  GroupRearedRecord group;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.

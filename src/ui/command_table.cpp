@@ -136,6 +136,12 @@ void DisableAllButtonsForCartesian(ConsoleState& console) {
   console.Show("Frame6");
 }
 
+void DisableAllButtonsForA5(ConsoleState& console) {
+  DisableAllButtonsForCartesian(console);
+  console.Disable("cmdGeneralNormalTest");
+  console.Enable("cmdCalMNCforSpecR0");
+}
+
 bool IsCommandOpen(const ConsoleState& console, const CommandInfo& command) {
   if (!console.IsEnabled(std::string(command.control))) return false;
   return command.frame.empty() || console.IsVisible(std::string(command.frame));

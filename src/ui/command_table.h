@@ -45,6 +45,8 @@ void EnableAllButtonsForImage(ConsoleState& console);
 // Closes every command but "Q. CartesianPT" and Quit, hides the figures (Frame1, Frame5) and
 // shows the main procedures (Frame4, Frame6): what the Cartesian test leaves behind.
 void DisableAllButtonsForCartesian(ConsoleState& console);
+// The same for the count of a specific R0 (A5), which stays open, and "N. Normality" closed too.
+void DisableAllButtonsForA5(ConsoleState& console);
 
 // Whether a command can be pressed now: enabled, and its frame shown.
 bool IsCommandOpen(const ConsoleState& console, const CommandInfo& command);

@@ -50,6 +50,12 @@ constexpr ConsoleRule kRules[] = {
     {kA3, "A3 normality", {"cmdShowCumuFreqinProbit"}, {}, {}, {}},
     {kA3, "A3 ends", {"cmdSortAndCountLT"}, {kA1}, {}, {}},
 
+    // "B. Read N, F": a group-reared table is analysed in place of a data file, so A1 and A2
+    // close at its start and stay closed.
+    {"cmdReadNandF", "B begins", {}, {kA1, kA2}, {}, {}},
+    {"cmdReadNandF", "B ends", {}, {kA1, kA2}, {}, {}},
+    {"cmdReadNandF", "B predation", {"cmdCxj"}, {}, {}, {}},
+
     // "Jackknife": the further commands close as in a bootstrap.
     {"Command21", "Jackknife runs", {}, {"Command27", "Command28"}, {}, {}},
 

@@ -64,9 +64,9 @@ TEST(CommandLine, UsageErrorsEndWithCodeTwo) {
   EXPECT_NE(closed.err.find("A2. Basic Run is closed: it opens after A1. Read data."), std::string::npos)
       << closed.err;
 
-  const CliResult unbuilt = RunKorvan(folder, "m");
+  const CliResult unbuilt = RunKorvan(folder, "e");
   EXPECT_EQ(unbuilt.code, 2);
-  EXPECT_NE(unbuilt.err.find("M. Count LT: not available yet"), std::string::npos) << unbuilt.err;
+  EXPECT_NE(unbuilt.err.find("E. 3D life table: not available yet"), std::string::npos) << unbuilt.err;
 
   EXPECT_EQ(RunKorvan(folder, "").code, 2);
   EXPECT_EQ(RunKorvan(folder, "--no-such-option A1").code, 2);
@@ -323,6 +323,36 @@ TEST(CommandLine, AnalyzeSummarisesTreatmentsWithTheirTestsLetters) {
   const CliResult clash = RunKorvan(folder, "analyze mite.txt --bootstrap 300 --seed 9 --quiet --out other");
   EXPECT_EQ(clash.code, 2);
   EXPECT_EQ(test::ReadFile(folder.file("other/mite.txt")), "not the cohort");
+}
+
+}  // namespace
+}  // namespace korvan
+
+namespace korvan {
+namespace {
+
+// "Multinomial" by its control name: the No route writes the expansion of the cohort of six,
+// a second session reads it back on the Yes route and writes the five "_0_MNT_" files.
+TEST(CommandLine, MultinomialWritesTheExpansionAndReadsItBack) {
+  test::TempDir folder;
+  std::filesystem::copy_file(test::DataPath("multinomial_six.txt"), folder.file("six.txt"));
+  const std::string head =
+      "Open life table data file = six.txt\n"
+      "Do you need only the basic output (0A) and figure files? = No\n"
+      "Fast run for two-sex or parthenogenetic population? = Yes\n"
+      "Do you need the contribution of this life table to intrinsic rate? = No\n";
+  test::WriteFile(folder.file("no.answers"), head + "Read the file with all MNC or create the file of MNC? = No\n");
+  ASSERT_EQ(RunKorvan(folder, "--quiet --answers no.answers A1 Command2").code, 0);
+  EXPECT_EQ(test::Lines(folder.file("six_0_MN expans-new.txt")).size(), 2u + 462u);
+  test::WriteFile(folder.file("yes.answers"), head +
+                                                  "Read the file with all MNC or create the file of MNC? = Yes\n"
+                                                  "Open multinomial expansion data file = six_0_MN expans-new.txt\n");
+  const CliResult yes = RunKorvan(folder, "--quiet --answers yes.answers A1 Command2");
+  ASSERT_EQ(yes.code, 0) << yes.err;
+  for (const char* file : {"1-Expansion", "2-R0_Sorted", "3-Expansion_Sorted_Table", "4-R0_Grouped",
+                           "5-R0_Grouped_Table"})
+    EXPECT_TRUE(std::filesystem::exists(folder.file(std::string("six_0_MN expans-new_0_MNT_") + file + ".txt")))
+        << file;
 }
 
 }  // namespace

@@ -113,6 +113,27 @@ TEST(FuzzCorpus, RecordFilesRepeatTheirSamplesOrEndAsTheProgramEnds) {
                {"individual_beyond_pool.txt", "individual_zero.txt", "sample_size_beyond.txt"});
 }
 
+// The same records counted as life tables: the samples of a record that the count can compose
+// are counted; an individual outside the cohort ends with its message.
+TEST(FuzzCorpus, RecordFilesCountOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("record_count", RunRecordCount);
+  ASSERT_GE(endings.size(), 15u);
+  ExpectRanWith(endings, &Outcome::countedItems,
+                {{"effective_two_sex.txt", 3}, {"all_two_sex.txt", 2}, {"general.txt", 3}, {"no_summary.txt", 3}});
+  ExpectEnding(endings, Ending::ProgramEnd, {"individual_beyond_pool.txt", "individual_zero.txt"});
+}
+
+// Multinomial expansions read after Basic Run of a cohort of six: the expansion of six is
+// analysed whole; any other file ends with a message, a file of n > 10 with its own.
+TEST(FuzzCorpus, ExpansionFilesAreAnalysedOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("expansion_file", RunExpansionFile);
+  ASSERT_GE(endings.size(), 10u);
+  ExpectRanWith(endings, &Outcome::countedItems, {{"six.txt", 462}, {"eleven.txt", 0}});
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"cut_short.txt", "five_for_six.txt", "text_for_individual.txt", "wrong_coefficient.txt",
+                "item_repeated.txt", "individual_beyond.txt", "size_text.txt", "empty.txt", "negative_size.txt"});
+}
+
 // The same files as one of the two files of a ratio: a column of the 20 values divides or is
 // divided, or the run ends with its message (a cut-short head, another B, a zero denominator).
 TEST(FuzzCorpus, ColumnFilesFormRatiosOrEndAsTheProgramEnds) {
@@ -259,6 +280,24 @@ TEST(FuzzCorpus, ConsumptionFilesRunOrEndAsTheProgramEnds) {
   ExpectEnding(endings, Ending::ProgramEnd,
                {"wrong_n.txt", "short_record.txt", "long_record.txt", "negative.txt", "not_a_number.txt",
                 "number_out_of_place.txt", "ends_early.txt", "empty.txt", "huge_values.txt"});
+}
+
+// Group-reared files through "B. Read N, F": the good ones run through and write their files,
+// which are read again (the two-stage form by B, a rebuilt table by A1); the faulty ones end
+// with their message.
+TEST(FuzzCorpus, GroupFilesRunOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("group_file", RunGroupFile);
+  ASSERT_GE(endings.size(), 10u);
+  ExpectEnding(endings, Ending::Ran,
+               {"mite_group.txt", "mite_group_two_stages.txt", "three_stages.txt", "no_overlap_case0.txt",
+                "overlap_death_case2.txt"});
+  EXPECT_EQ(endings["overlap_death_case2.txt"].filesWritten, 1);  // the rebuilt individuals
+  EXPECT_EQ(endings["mite_group.txt"].filesWritten, 1);  // the two-stage form
+  EXPECT_EQ(endings["three_stages.txt"].filesWritten, 1);
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"fault_preadult_rises.txt", "fault_female_rise_after_preadults.txt", "fault_eggs_without_females.txt",
+                "fault_cut_short.txt", "fault_males_from_nowhere.txt"});
+  ExpectEnding(endings, Ending::SubscriptFault, {"fault_too_many_stages.txt"});
 }
 
 }  // namespace
