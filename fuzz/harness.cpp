@@ -113,8 +113,9 @@ void FastRun(Session& S, AcceptingPrompts& P, const std::string& path, bool twoS
   Press(S, P, "cmdReadDataA1");
 }
 
-// A1 through all its steps, the file's head holding rearing costs, then "A2. Basic Run" with
-// every setting of the run at its default.
+// A1 through all its steps, the file's head holding rearing costs (unless the caller has
+// answered that it holds none), then "A2. Basic Run" with every setting of the run at its
+// default but those the caller has answered.
 void AllStepsRun(Session& S, AcceptingPrompts& P, const std::string& path, bool twoSex) {
   P.files["Open life table data file"] = path;
   P.answers["Do you need only the basic output (0A) and figure files?"] = kNo;
@@ -122,7 +123,7 @@ void AllStepsRun(Session& S, AcceptingPrompts& P, const std::string& path, bool 
   P.answers["Do you need flow record?"] = kNo;
   P.answers["Do you need the contribution of this life table to intrinsic rate?"] = kNo;
   P.answers["Do you need all output files?"] = kYes;
-  P.answers["Rearing cost for each stage?"] = kNo;
+  P.answers.emplace("Rearing cost for each stage?", kNo);
   P.inputs["General analysis or 3D analysis?"] = twoSex ? "1" : "2";
   P.goOn = {"Non-integer developmental time", "Non-integer fecundity", "Are there more data?"};
 
@@ -250,6 +251,24 @@ Outcome RunExpansionFile(Workbench& bench, const std::uint8_t* data, std::size_t
                          Press(S, P, "Command2");
                          ran.countedItems = S.multinomial.ItemCount;
                        });
+}
+
+Outcome RunConsumptionFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const std::string cohort = bench.Put("cohort.txt", kRecordCohort, std::strlen(kRecordCohort));
+  const std::string eaten = bench.Add("eaten.txt", data, size);
+  Outcome ran = Guarded([&] {
+    auto S = StartedSession();
+    AcceptingPrompts P;
+    P.answers["Rearing cost for each stage?"] = kYes;  // the cohort has no costs
+    P.answers["Life table only?"] = kNo;
+    P.files["Open consumption rate file (file 17)"] = eaten;
+    AllStepsRun(*S, P, cohort, true);
+    Outcome ran;
+    ran.basicRunDone = S->basic.BasicRunDone == "yes" && S->options.PredationPresent == "Yes";
+    return ran;
+  });
+  bench.ExpectIntact(eaten, data, size);
+  return ran;
 }
 
 // The cohort of the record with the rearing cost of each stage in its head.

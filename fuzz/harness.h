@@ -78,6 +78,11 @@ Outcome RunCsvFile(Workbench& bench, const std::uint8_t* data, std::size_t size)
 // in a Fast Run, then "A3. Bootstrap" repeating the samples of the record, on one thread.
 Outcome RunRecordFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
+// The bytes as the consumption file of the cohort of RunRecordFile, chosen in "A2. Basic Run"
+// after every step of "A1. Read data"; basicRunDone tells that the run went through with the
+// consumption read.
+Outcome RunConsumptionFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+
 // The bytes as the file of R0 and its bootstrap SE that "H. Harvest" reads at each conservation
 // level that needs it, and as the pooled cohort's "_ZZ-population parameters.txt" of
 // "I. Contribution", after the Basic Run of the cohort of RunRecordFile.

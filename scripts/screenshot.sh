@@ -22,6 +22,7 @@ Do you need only the basic output (0A) and figure files? = No
 Fast run for two-sex or parthenogenetic population? = Cancel
 Do you need flow record? = No
 Do you need the contribution of this life table to intrinsic rate? = No
+Life table only? = Yes
 ANSWERS
 
 mkdir -p "$(dirname "$image")"

@@ -45,9 +45,9 @@ void BootstrapStatistics::SummarizeAll() {
   R.PreadultMeanSummary = SummarizeSamples(E, [&](long b) { return m > 1 ? L.BootCumMean(m - 1, b) : 0.0; });
   R.PreadultMortalitySummary = SummarizeSamples(E, [&](long b) { return L.BootPreadultDeathProb(b); });
   if (S.options.PredationPresent == "Yes") {
-    R.NetPredationRate = SummarizeSamples(E, [&](long b) { return R.BootNetPredationRate(b); });
-    R.FinitePredationRate = SummarizeSamples(E, [&](long b) { return R.BootFinitePredationRate(b); });
     R.C0 = SummarizeSamples(E, [&](long b) { return R.BootC0(b); });
+    R.Qp = SummarizeSamples(E, [&](long b) { return R.BootQp(b); });
+    R.Psi = SummarizeSamples(E, [&](long b) { return R.BootPsi(b); });
     R.Omega = SummarizeSamples(E, [&](long b) { return R.BootOmega(b); });
   }
   // A second pass over r, for the SE of the report's closing lines.

@@ -1,11 +1,13 @@
 // The tables beside the report: stage means, C0 and Omega, females with APOP and TPOP, the
 // distribution of mortality, and the column files of the stable stage distribution.
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "bootstrap/bootstrap_statistics.h"
 #include "bootstrap/cohort_values.h"
 #include "bootstrap/result_files.h"
+#include "bootstrap/sorting.h"
 #include "text/numbers.h"
 
 namespace korvan {
@@ -58,10 +60,30 @@ void BootstrapStatistics::Boot1C0andOmega() {
   const BootstrapRecord& R = S.boot;
   TextFile out(OutputName(S, "_0C_Bootstrap_C0 and Omega_Output.txt"));
   ReportHead(out, ". Table of C0 and Omega by using bootstrap method");
-  out.Print(Tab{20}, "   C0", Tab{30}, "Omega");
-  const BootSummary columns[2] = {R.C0, R.Omega};
-  const double originals[2] = {0, 0};
-  SummaryRows(out, "Original mean", columns, originals, 2, 19, 10, 2);
+  // C0 and Omega, and beside them the transformation rate Qp and the stable predation rate.
+  out.Print(Tab{20}, "   C0", Tab{30}, "Omega", Tab{40}, "   Qp", Tab{50}, "  Psi");
+  const BootSummary columns[4] = {R.C0, R.Omega, R.Qp, R.Psi};
+  const PredationRecord& c = S.predation;
+  const double originals[4] = {c.C0_Basic, c.Omega_Basic, c.Qp_Basic, c.Psi_Basic};
+  SummaryRows(out, "Original mean", columns, originals, 4, 19, 10, 2);
+  if (R.EffectiveOnly == "No") return;
+  // Percentile limits over the samples 1..E, as in the report of the main parameters.
+  const long E = R.EffectiveCount;
+  const BootList<double>* lists[4] = {&R.BootC0, &R.BootOmega, &R.BootQp, &R.BootPsi};
+  std::vector<double> sorted[4];
+  for (int k = 0; k < 4; ++k) {
+    for (long b = 1; b <= E; ++b) sorted[k].push_back((*lists[k])(b));
+    std::sort(sorted[k].begin(), sorted[k].end());
+  }
+  for (const double p : {0.025, 0.975}) {
+    const long i = PercentileIndex(E, p);
+    out.PrintPart(p < 0.5 ? "0.025 PCI" : "0.975 PCI");
+    for (int k = 0; k < 4; ++k) {
+      const double limit = i >= 1 && i <= E ? sorted[k][static_cast<std::size_t>(i - 1)] : 0;
+      out.PrintPart(Tab{19 + 10 * k}, RoundDisplay(limit, 2));
+    }
+    out.NewLine();
+  }
 }
 
 void BootstrapStatistics::Boot01APOPandTPOP() {

@@ -28,7 +28,11 @@ void ReplicateChain::RunEngine() {
     params.Life05ForMatrix();
     params.Life05AForMatrix();
   }
-  // Predation rates are a side analysis the program doesn't carry.
+  if (S.options.PredationPresent == "Yes") {
+    if (S.options.AnalysisMethod == "Matrix") params.StableAgeStageDistribution(true);
+    life.CalculateNetPredationRate();
+    life.CalculateFinitePredationRate();
+  }
   stats.APOPandTPOPforBoot();
 }
 
@@ -55,6 +59,10 @@ void ReplicateChain::FileReplicate() {
   R.BootLongevity(b) = rec.Longevity;
   R.BootOviDays(b) = rec.OviDays;
   R.BootOviPeriod(b) = rec.OviPeriod;
+  R.BootC0(b) = rec.C0;
+  R.BootQp(b) = rec.Qp;
+  R.BootPsi(b) = rec.Psi;
+  R.BootOmega(b) = rec.Omega;
 
   // The stages the engine reaches: the means 1..m, the moves on 1..m - 1, the shares of the
   // stable distribution and of the deaths 1..m + 1 (the second adult stage).

@@ -141,6 +141,7 @@ bool Resampling::CopyPlainIndividual(int position, int k) {
   std::memcpy(&C.StageDuration(position, 1), &pool.OriginalStageDuration(k, 1),
               static_cast<std::size_t>(&C.StageDuration(position, m) - &C.StageDuration(position, 1) + 1) *
                   sizeof(double));
+  CopyConsumption(position, k);
   if (p.code == 'F') {
     if (p.critical) R.BootCANf(b) += 1;
     if (p.fecundityDays > 0) {
@@ -200,6 +201,7 @@ void Resampling::CopyIndividual(int position, int k, bool stopAtDeath) {
     C.StageDuration(position, j) = d;
     if (stopAtDeath && d < 0) break;
   }
+  CopyConsumption(position, k);
   if (code == 'F') {
     const double d = pool.OriginalStageDuration(k, m);
     if (d >= S.settings.CriticalFemaleAge) R.BootCANf(b) += 1;
@@ -222,6 +224,16 @@ void Resampling::CopyIndividual(int position, int k, bool stopAtDeath) {
     if (code == 'M') R.BootNm(b) += 1;
     if (code == 'N') R.BootNn(b) += 1;
   }
+}
+
+// A predator's daily consumption goes with it into the sample, for the days it lived.
+void Resampling::CopyConsumption(int position, int k) {
+  if (S.options.PredationPresent != "Yes") return;
+  const std::int32_t days = TotalLongevityOf(S.pool.OriginalStageDuration, k, S.header.StageCount);
+  if (days < 1) return;
+  if (days > kMaxAge + 1) throw SubscriptFault(S.pool.OriginalConsumption.Name());
+  std::memcpy(&W.cohort.Consumption(position, 0), &S.pool.OriginalConsumption(k, 0),
+              static_cast<std::size_t>(days) * sizeof(double));
 }
 
 void Resampling::PrepareSampleForEngine() {

@@ -58,6 +58,7 @@ class Resampling : public Procedures {
   void DrawSampleOnce();
   void CopyIndividual(int position, int k, bool stopAtDeath);
   bool CopyPlainIndividual(int position, int k);
+  void CopyConsumption(int position, int k);
   void PrepareSampleForEngine();
   long SampleNo() const { return static_cast<long>(W.run.Boot); }
 

@@ -174,16 +174,19 @@ void BootResultFiles::WriteBootSexStageMeaninColumn() {
 
 void BootResultFiles::WriteBootC0andOmegaInColumn() {
   const BootstrapRecord& R = S.boot;
-  WriteColumnFile("_Effect Boot-C0.txt", Head("-C0", "C0", 0), [&](long k) { return R.BootC0(k); }, false, "-1");
-  WriteColumnFile("_Effect Boot-Omega.txt", Head("-Omega", "Omega", 0), [&](long k) { return R.BootOmega(k); },
-                  false, "-1");
+  const PredationRecord& c = S.predation;
+  WriteColumnFile("_Effect Boot-C0.txt", Head("-C0", "C0", c.C0_Basic), [&](long k) { return R.BootC0(k); }, false,
+                  "-1");
+  WriteColumnFile("_Effect Boot-Omega.txt", Head("-Omega", "Omega", c.Omega_Basic),
+                  [&](long k) { return R.BootOmega(k); }, false, "-1");
 }
 
 void BootResultFiles::WriteBootC0andOmegaInRow() {
   const BootstrapRecord& R = S.boot;
   for (const bool c0 : {true, false}) {
     TextFile out(OutputName(S, c0 ? "_Effect Boot-C0-in row.txt" : "_Effect Boot-Omega-in row.txt"));
-    ColumnHeadLines(out, Head(c0 ? "-C0" : "-Omega", c0 ? "C0" : "Omega", 0));
+    ColumnHeadLines(out, Head(c0 ? "-C0" : "-Omega", c0 ? "C0" : "Omega",
+                              c0 ? S.predation.C0_Basic : S.predation.Omega_Basic));
     for (long i = 1; i <= R.EffectiveCount; ++i) {
       const long k = R.EffectiveList(i);
       out.WritePart(c0 ? R.BootC0(k) : R.BootOmega(k));

@@ -6,6 +6,7 @@
 
 #include "engine/life_table_engine.h"
 #include "engine/stage_statistics.h"
+#include "input/consumption_file_reader.h"
 #include "input/data_file_reader.h"
 #include "text/numbers.h"
 #include "ui/console_rules.h"
@@ -104,10 +105,10 @@ void BasicRunDriver::cmdBasicRunA2_Click() {
     // 15, 16.
     ReadCxjNew();
     if (opt.PredationPresent == "Yes") {
-      StepCalculateNetPredationRate();
-      StepCalculateFinitePredationRate();
+      life.CalculateNetPredationRate();
+      life.CalculateFinitePredationRate();
     }
-    StepPrintCxjAndBxj();
+    life.PrintCxjAndBxj();
     StepPrintIntrinsicRateTable();
     stats.Life06();
     StepPrintTotalPopulationParameters();
@@ -303,8 +304,7 @@ void BasicRunDriver::AskFor3DAnalysis() {
     StepWriteDataFileFor3Dmatrices();
 }
 
-// Step 15: a consumption table C(x,j) may follow the life table (not carried by this program:
-// the answer is kept and the run goes on with the life table alone).
+// Step 15: the daily consumption of the cohort's individuals may be read beside the life table.
 void BasicRunDriver::ReadCxjNew() {
   Flow("ReadCxjNew");
   if (S.options.FastRun == "Yes") return;
@@ -313,7 +313,7 @@ void BasicRunDriver::ReadCxjNew() {
       "Life table only?", kYesNo, 2);
   if (answer == kNo) {
     S.options.ConsumptionRead = "Yes";
-    StepReadCxjTable();
+    ConsumptionFileReader(S, P, W).ReadCxjNewSub();
   } else {
     S.options.ConsumptionRead = "No";
   }

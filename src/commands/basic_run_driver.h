@@ -4,9 +4,8 @@
 // click only writes the raw-data files again.
 //
 // Procedures of other families stand as named steps, one member each, so that every step of
-// the order is visible here. Side analyses that the program doesn't carry (consumption and
-// predation, the 3D matrices, the files for other programs, the teaching quizzes) are steps
-// that do nothing.
+// the order is visible here. Side analyses that the program doesn't carry (the 3D matrices, the
+// files for other programs, the teaching quizzes) are steps that do nothing.
 #include <string>
 
 #include "run/run_context.h"
@@ -51,10 +50,6 @@ class BasicRunDriver : public Procedures {
 
   // Side analyses and exchange files.
   void StepWriteDataFileFor3Dmatrices() {}
-  void StepReadCxjTable() {}
-  void StepCalculateNetPredationRate() {}
-  void StepCalculateFinitePredationRate() {}
-  void StepPrintCxjAndBxj() {}
   void StepWriteEffectOfVariableFxj() {}
   void StepOfferQuiz() {}
 };

@@ -26,6 +26,7 @@ double LifeTableEngine::FigureValue(Figure matrix, int x, int j) const {
     case Figure::P: return T.Mxj(x, j);
     case Figure::E: return W.lifeTable.Exj(x, j);
     case Figure::Survivors: return W.lifeTable.Survivors(x, j);
+    case Figure::C: return W.predation.Cxj(x, j);
   }
   return 0;
 }

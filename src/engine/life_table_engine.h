@@ -50,6 +50,14 @@ class LifeTableEngine : public EngineProcedures {
   void PrintMatrixExj();
   void PrintSubSMatrix();
 
+  // Consumption of a predator cohort (with a consumption file): Ct(x,j), c(x,j), the net
+  // predation rate C0 and the transformation rate Qp; the stable and finite predation rates
+  // over the stable age-stage distribution; their tables and figure files in a Basic Run.
+  void CalculateNetPredationRate();
+  void CalculateFinitePredationRate();
+  void PrintCxjAndBxj();
+  void PrintCxj();
+
  private:
   // Life01 helpers shared by the Basic and the replicate forms.
   void TypeStatistics(bool cumulative, bool clearFirst);
@@ -66,7 +74,7 @@ class LifeTableEngine : public EngineProcedures {
   // Figure files of the age-stage matrices: a quoted title, "Age," and the stage names (moves
   // of the D matrix), a row per age in rate units and a closing row of zeros at LastAge + 1.
   // The file of s(x) spaces its zeros; the sub-matrices have neither head nor closing row.
-  enum class Figure { G, D, F, S, RC, N, U, Q, P, E, Survivors };
+  enum class Figure { G, D, F, S, RC, N, U, Q, P, E, Survivors, C };
   enum class FigureForm { Plain, Development, SpacedZeros, Bare };
   void WriteStageFigure(const std::string& suffix, const std::string& title, Figure matrix,
                         FigureForm form = FigureForm::Plain);

@@ -75,6 +75,10 @@ class ParameterEngine : public EngineProcedures {
   void Life05aGosub3650();
   void Life05aGosub3750();
 
+  // a(x,j) and b(x,j) of the pass, without tables (the Matrix twin of a bootstrap replicate
+  // leaves them out, and the predation rates need them).
+  void StableAgeStageDistribution(bool percentCopy);
+
   // "_ZZ-population parameters.txt".
   void PrintTotalPopulationParameters();
 
@@ -108,7 +112,6 @@ class ParameterEngine : public EngineProcedures {
   void AgeStageReproductiveValue(bool keepBasicCopy);
   void FemaleFiguresBasic();
   void FemaleFiguresBoot();
-  void StableAgeStageDistribution(bool percentCopy);
   void StableTables();
   void PrintStableAgeStageTables(bool matrixTwin);
 

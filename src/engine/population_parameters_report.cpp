@@ -123,6 +123,13 @@ void ParameterEngine::AgeSpecificLifeTable(bool groupReared) {
     out.Print(" The age of peak v(x,j) is ", p.PeakVxjAge, ". It must be between", p.FirstVxjAge, "and TPOP", tpop,
               " or close to ", tpop, ".");
   }
+  if (S.options.PredationPresent == "Yes") {
+    const PredationWork& c = W.predation;
+    out.Print(" The net predation rate (Co) =", c.C0);
+    out.Print(" The transformation rate (Conversion rate) Qp =", c.Qp);
+    out.Print(" The stable predation rate =", c.Psi);
+    out.Print(" The finite predation rate =", c.Omega);
+  }
   out.Print(" The gross reproduction rate (GRR) =", p.GRR, "offspring/individual.");
   out.Print(" Attention:  GRR is not a good parameter, because it ignores the survival rate.");
   out.Print("             Please report GRR with caution.  If you report GRR, you should mention");

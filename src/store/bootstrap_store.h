@@ -109,6 +109,7 @@ struct ReplicateRecord {
   double APOP = 0, TPOP = 0, ReproductiveFemales = 0;
   double Longevity = 0, OviDays = 0, OviPeriod = 0;
   double ContributionSum = 0;  // the Euler-Lotka sum at the pooled cohort's r of this sample
+  double C0 = 0, Qp = 0, Psi = 0, Omega = 0;  // predation rates, with a consumption file
   StageDbl Ssd{"ReplicateSsd"};
   // The life table of the sample.
   StageDbl StageMean{"ReplicateStageMean"}, CumMean{"ReplicateCumMean"};
@@ -127,6 +128,7 @@ struct ReplicateRecord {
     PeakVxjAge = 0;
     APOP = TPOP = ReproductiveFemales = 0;
     Longevity = OviDays = OviPeriod = ContributionSum = 0;
+    C0 = Qp = Psi = Omega = 0;
     PreadultSurvival = LxAtSpecificAge = MedianAge = SpecificSurvivalAge = 0;
     PreadultDeathProb = PreadultSurvivalByDeaths = 0;
     for (StageDbl* v : {&Ssd, &StageMean, &CumMean, &StageDeathProb, &StageToNext, &StageEntry}) v->Fill(0);
@@ -233,8 +235,8 @@ struct BootstrapRecord {
       BootPeakVxj{"BootPeakVxj"};
   BootList<std::int16_t> BootPeakVxjAge{"BootPeakVxjAge"};
   BootMatList<double> BootSsd{"BootSsd"};
-  BootList<double> BootNetPredationRate{"BootNetPredationRate"},
-      BootFinitePredationRate{"BootFinitePredationRate"}, BootC0{"BootC0"}, BootOmega{"BootOmega"};
+  // Predation: net (C0), transformation (Qp), stable (Psi) and finite (Omega) rate.
+  BootList<double> BootC0{"BootC0"}, BootQp{"BootQp"}, BootPsi{"BootPsi"}, BootOmega{"BootOmega"};
 
   // --- the general bootstrap: a list of numbers resampled (not a life table)
   std::string GeneralBootFlag;  // "Yes" once it has run: the record is no. 11B
@@ -266,7 +268,7 @@ struct BootstrapRecord {
 
   // --- summaries over the samples 1..E
   BootSummary R, Lambda, R0, T, GRR, F, Longevity, APOP, TPOP, Sa, Nf, Nm, Nn, Nfr, NfToN, NfrToNf,
-      OviDays, C0, Omega, NetPredationRate, FinitePredationRate;
+      OviDays, C0, Omega, Qp, Psi;
   Vec<BootSummary, 0, kMaxStage> StageMeanSummary{"StageMeanSummary"};
   Vec<BootSummary, 0, kMaxStage> StageMortalitySummary{"StageMortalitySummary"};
   BootSummary PreadultMeanSummary, PreadultMortalitySummary;

@@ -19,6 +19,7 @@
 #include "store/multinomial_store.h"
 #include "store/limits.h"
 #include "store/parameters.h"
+#include "store/predation.h"
 #include "store/read_data.h"
 #include "store/stage_stats.h"
 
@@ -73,6 +74,8 @@ struct Pool {
   Mat<double, kMaxIndividual, kMaxAge> OriginalFecundity{"OriginalFecundity"};
   IndVec OriginalTotalFecundity{"OriginalTotalFecundity"};
   Vec<std::string, 0, kMaxType> OriginalTypeCode{"OriginalTypeCode"};
+  // The consumption file as read (when one was read), by individual and age.
+  ConsumptionByAge OriginalConsumption{"OriginalConsumption"};
 };
 
 // The head of a table kept apart from the data file (an adult or an immature life table): the
@@ -170,6 +173,7 @@ struct Cohort {
   IndStrVec IndividualSex{"IndividualSex"};
   Mat<double, kMaxIndividual, kMaxStage> StageDuration{"StageDuration"};
   Mat<double, kMaxIndividual, kMaxAge> Fecundity{"Fecundity"};
+  ConsumptionByAge Consumption{"Consumption"};  // by age; only with a consumption file
   IndIntVec TotalLongevity{"TotalLongevity"};
   int MaxLongevity = 0;
 };
@@ -198,6 +202,7 @@ struct Workspace {
   StageStatsWork stageStats;
   ReadDataWork readData;
   BootstrapWork boot;
+  PredationWork predation;
 };
 
 // ---------------------------------------------------------------------------------------
@@ -220,6 +225,7 @@ struct SessionStore {
   MultinomialRecord multinomial;
   AdultLifeTable adult;
   ImmatureLifeTable immature;
+  PredationRecord predation;
   HarvestRecord harvest;
   ContributionRecord contribution;
   GroupRearedRecord group;

@@ -103,6 +103,10 @@ ChartPanel ShowQxj(const SessionStore& S) {
 ChartPanel ShowExj(const SessionStore& S) {
   return StageFigure(S, "ShowExj", {"Age-stage specific life expectancy"}, "e(x,j)", S.ws.lifeTable.Exj);
 }
+// c(x,j): the mean consumption of an individual of age x and stage j (with a consumption file).
+ChartPanel ShowCxj(const SessionStore& S) {
+  return StageFigure(S, "ShowCxj", {"Age-stage consumption rate"}, "c(x,j)", S.ws.predation.Cxj);
+}
 // b(x,j) is kept in percent; the figure shows the proportion.
 ChartPanel ShowSASD(const SessionStore& S) {
   return StageFigure(S, "ShowSASD",
@@ -211,6 +215,7 @@ constexpr std::array kFigures = {
     NamedFigure{"ShowFemaleFecundityExpectancy", ShowFemaleFecundityExpectancy},
     NamedFigure{"ShowFRegOnAdultLongResidual", ShowFRegOnAdultLongResidual},
     NamedFigure{"ShowFRegOnConsumption", ShowFRegOnConsumption},
+    NamedFigure{"ShowCxj", ShowCxj},
 };
 
 constexpr std::array<std::string_view, kLargeGraphCycleFigures + 17> kLargeGraph = {

@@ -21,6 +21,7 @@ ChartPanel ShowFxj(const SessionStore& S);
 ChartPanel ShowPxj(const SessionStore& S);
 ChartPanel ShowQxj(const SessionStore& S);
 ChartPanel ShowExj(const SessionStore& S);
+ChartPanel ShowCxj(const SessionStore& S);
 ChartPanel ShowSASD(const SessionStore& S);
 ChartPanel ShowVxj(const SessionStore& S);
 // Age-specific figures, one series.

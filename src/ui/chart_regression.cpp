@@ -121,12 +121,7 @@ ChartPanel ShowFRegOnOviDays(const SessionStore& S) { return Regression(S, kKind
 ChartPanel ShowFRegOnAdultLongResidual(const SessionStore& S) { return Regression(S, kKinds[3]); }
 ChartPanel ShowFRegOnConsumption(const SessionStore& S) { return Regression(S, kKinds[4]); }
 
-bool HasConsumptionData(const SessionStore& S) {
-  const int n = std::clamp(S.ws.cohort.CohortSize, 0, static_cast<int>(kMaxIndividual));
-  for (int i = 1; i <= n; ++i)
-    if (S.ws.stageStats.TotalConsumption(i) != 0) return true;
-  return false;
-}
+bool HasConsumptionData(const SessionStore& S) { return S.options.PredationPresent == "Yes"; }
 
 std::string RegressionFigureOfCommand(std::string_view control) {
   for (const auto& k : kKinds) {

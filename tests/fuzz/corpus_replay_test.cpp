@@ -271,6 +271,17 @@ TEST(FuzzCorpus, TransformsWriteFilesThatAreReadAgainOrEndAsTheProgramEnds) {
                {"immature_N_without_death.txt", "immature_F_died.txt", "immature_zero.txt", "adult.txt", "empty.txt"});
 }
 
+// Consumption files of a fixed cohort: the well-formed ones are read and the run goes through
+// with them; a fault of the file ends as a data fault does.
+TEST(FuzzCorpus, ConsumptionFilesRunOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("consumption_file", RunConsumptionFile);
+  ASSERT_GE(endings.size(), 14u);
+  ExpectBasicRun(endings, {"good.txt", "one_line.txt", "crlf.txt", "fractions.txt", "nothing_eaten.txt"});
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"wrong_n.txt", "short_record.txt", "long_record.txt", "negative.txt", "not_a_number.txt",
+                "number_out_of_place.txt", "ends_early.txt", "empty.txt", "huge_values.txt"});
+}
+
 // Group-reared files through "B. Read N, F": the good ones run through and write their files,
 // which are read again (the two-stage form by B, a rebuilt table by A1); the faulty ones end
 // with their message.

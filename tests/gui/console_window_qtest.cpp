@@ -53,7 +53,7 @@ ConsoleOptions BasicRunOptions(const QString& data) {
   o.answers = {"Open life table data file=" + data.toStdString(),
                "Do you need only the basic output (0A) and figure files?=No",
                "Fast run for two-sex or parthenogenetic population?=Cancel", "Do you need flow record?=No",
-               "Do you need the contribution of this life table to intrinsic rate?=No"};
+               "Do you need the contribution of this life table to intrinsic rate?=No", "Life table only?=Yes"};
   o.useDefaults = true;
   o.askWhenMissing = false;
   return o;

@@ -33,7 +33,7 @@ class ChartRecorder : public ScriptedPrompts {
 };
 
 // A1 (not a Fast Run) and A2 on the bundled example, or on the cohort of a data file's text,
-// every other dialogue at its default.
+// no consumption file, every other dialogue at its default.
 struct MiteSession {
   test::TempDir dir;
   std::unique_ptr<Session> store = std::make_unique<Session>();
@@ -51,7 +51,8 @@ struct MiteSession {
                              "Do you need only the basic output (0A) and figure files? = No\n"
                              "Fast run for two-sex or parthenogenetic population? = Cancel\n"
                              "Do you need flow record? = No\n"
-                             "Do you need the contribution of this life table to intrinsic rate? = No\n" +
+                             "Do you need the contribution of this life table to intrinsic rate? = No\n"
+                             "Life table only? = Yes\n" +
                              moreAnswers),
         true);
     S.StartUp();
