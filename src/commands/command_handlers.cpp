@@ -9,6 +9,7 @@
 #include "commands/general_bootstrap_command.h"
 #include "commands/harvest_command.h"
 #include "commands/jackknife_command.h"
+#include "commands/match_commands.h"
 #include "commands/paired_test_commands.h"
 #include "commands/tukey_command.h"
 #include "commands/ratio_command.h"
@@ -61,6 +62,7 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdReduceReprodPeriod", Run<TransformCommands, &TransformCommands::cmdReduceReprodPeriod_Click>},
       {"cmdHarvest", Run<FurtherAnalysisForms, &FurtherAnalysisForms::cmdHarvest_Click>},
       {"ContributionPartition", Run<FurtherAnalysisForms, &FurtherAnalysisForms::ContributionPartition_Click>},
+      {"cmdMatchedLifeTable", Run<MatchCommands, &MatchCommands::cmdMatchedLifeTable_Click>},
   };
   return handlers;
 }

@@ -181,10 +181,6 @@ void DataFileReader::SetTotalLongevity() { FormTotalLongevity(W.cohort, S.header
 
 namespace korvan {
 
-namespace {
-
-// The head of a table read apart from the data file (adult, immature): fields 1 to 6 and 8 of a
-// data file, never costs; count is field 4.
 void ReadSideTableHead(FieldReader& in, SideTableHead& h, int& count) {
   h.ProjectName = CleanProjectName(in.ReadString());
   h.UserName = in.ReadString();
@@ -200,8 +196,6 @@ void ReadSideTableHead(FieldReader& in, SideTableHead& h, int& count) {
   h.SpecialGroup(2) = in.ReadString();
   if (h.StageCount == 2) h.SpecialGroup(2) = "Adult";
 }
-
-}  // namespace
 
 void DataFileReader::InputAdultLifeTable() {
   Flow("InputAdultLifeTable");

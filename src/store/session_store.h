@@ -16,6 +16,7 @@
 #include "store/further_analyses.h"
 #include "store/life_table.h"
 #include "store/limits.h"
+#include "store/match_store.h"
 #include "store/parameters.h"
 #include "store/read_data.h"
 #include "store/stage_stats.h"
@@ -219,6 +220,8 @@ struct SessionStore {
   ImmatureLifeTable immature;
   HarvestRecord harvest;
   ContributionRecord contribution;
+  MatchRecord match;
+  ThreeDRecord threeD;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.
