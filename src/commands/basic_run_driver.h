@@ -50,7 +50,7 @@ class BasicRunDriver : public Procedures {
   void StepShowSxj() { P.ShowChart(ShowSxj(S)); }
 
   // Side analyses and exchange files.
-  void StepWriteDataFileFor3Dmatrices() {}
+  void StepWriteDataFileFor3Dmatrices();
   void StepReadCxjTable() {}
   void StepCalculateNetPredationRate() {}
   void StepCalculateFinitePredationRate() {}

@@ -63,6 +63,7 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdHarvest", Run<FurtherAnalysisForms, &FurtherAnalysisForms::cmdHarvest_Click>},
       {"ContributionPartition", Run<FurtherAnalysisForms, &FurtherAnalysisForms::ContributionPartition_Click>},
       {"cmdMatchedLifeTable", Run<MatchCommands, &MatchCommands::cmdMatchedLifeTable_Click>},
+      {"FMNmatrices", Run<MatchCommands, &MatchCommands::FMNmatrices_Click>},
   };
   return handlers;
 }

@@ -4,6 +4,8 @@
 #include <string>
 
 #include "analyses/matching.h"
+#include "analyses/three_d.h"
+#include "commands/basic_run_driver.h"
 #include "store/faults.h"
 #include "text/numbers.h"
 
@@ -93,6 +95,53 @@ void MatchCommands::cmdSameMatch_Click() {
                  "Congratulation!", kYesNo, 2) != kYes)
       return;
   }
+}
+
+// Both the step of a Basic Run (the 3D question, and a run marked by its user field) and the
+// command below sit with the 3D life table.
+void BasicRunDriver::StepWriteDataFileFor3Dmatrices() { ThreeDMatrices(S, P).WriteDataFileFor3Dmatrices(); }
+
+void MatchCommands::FMNmatrices_Click() {
+  Flow("FMNmatrices_Click");
+  if (P.MsgBox("Do you need the record of program flow?", "Do you need flow record?", kYesNo) == kYes)
+    OpenFlowRecord(S, S.identity.DataFileBase);
+  if (P.MsgBox("Have you analyzed your life table data for three types of offspring?  If yes, click on Yes. If No, "
+               "please do it before you run this function.",
+               "Did you analyze your life table for three type offspring?", kYesNo) != kYes)
+    return;
+  S.console.Disable("cmdReadNandF");
+  S.console.Disable("cmdReadDataA1");
+  S.console.Show("Frame1", false);
+  ThreeDMatrices three(S, P);
+  ThreeDRecord& D = S.threeD;
+  P.MsgBox("Read matrices of female cohort and female offspring (file no. 20).",
+           "Read matrices for female cohort and female offspring");
+  three.ReadFMNofFemaleOffspring();
+  P.MsgBox("Read matrices of female cohort and male offspring (file no. 20).",
+           "Read matrices of female cohort and male offspring.");
+  three.ReadFMNofMaleOffspring();
+  if (P.MsgBox("Are there N-type offspring?", "If there are N-type offspring, click on Yes.", kYesNo) == kYes) {
+    P.MsgBox("Read matrices of female cohort and N-type offspring (file no. 20).",
+             "Read matrices of female cohort and N-type offspring.");
+    three.ReadFMNofNtypeOffspring();
+  } else {
+    D.NTypeAbsent = "Yes";
+  }
+  P.MsgBox("Read matrices of male cohort (file no. 20).", "Read matrices of male cohort.");
+  three.ReadFMNofMale();
+  if (D.NTypeAbsent != "Yes") {
+    P.MsgBox("Read matrices of N-type cohort (file no. 20).", "Read matrices of male cohort.");
+    three.ReadFMNofNType();
+  }
+  three.CalculateP3DforMandN();
+  three.Write3DReport();
+  P.Status("txtFiniteRate", FullPrecision(RoundDisplay(D.FiniteRate3D, 8)));
+  P.Status("txtFiniteRate.BackColor", "Cyan");
+  P.Status("txtIntrinsicrate", FullPrecision(RoundDisplay(D.IntrinsicRate3D, 8)));
+  P.Status("txtIntrinsicrate.BackColor", "Cyan");
+  P.Status("txtNetreproductiverate", FullPrecision(RoundDisplay(D.R0Total3D, 4)));
+  P.Status("txtNetreproductiverate.BackColor", "Yellow");
+  P.MsgBox("3D analysis completed! Congratulation!", "3D analysis completed");
 }
 
 }  // namespace korvan

@@ -12,6 +12,8 @@ class MatchCommands : public Procedures {
   void cmdMatchedLifeTable_Click();
   // "B. Read data and match record to write specific life table".
   void cmdSameMatch_Click();
+  // "E. 3D life table": the five matrix files, the population and its report.
+  void FMNmatrices_Click();
 };
 
 }  // namespace korvan
