@@ -29,6 +29,8 @@ namespace {
 
 constexpr const char* kErrorTitle = "Error in data file";
 const char* const kCorrect = "\nPlease correct your data and rerun this program.";
+// Draws of one match that may be repeated for want of an effective one before the run stops.
+constexpr std::int32_t kMaxRedraws = 1000000;
 
 char SexCode(const std::string& sex) { return sex.size() == 1 ? sex[0] : '?'; }
 
@@ -74,7 +76,11 @@ class MatchWorker {
       }
       effective = twoSex ? females > 0 && males > 0 : females > 0;
       if (effective || M_.OnlyEffectiveMatch != "Yes") break;
-      ++redraws;
+      if (++redraws == kMaxRedraws)
+        throw ProgramEnd{"Match " + std::to_string(b) + " found no effective draw in " + std::to_string(kMaxRedraws) +
+                             " draws: the immature table has too few " + (females == 0 ? "females" : "males") +
+                             " for samples of " + std::to_string(n) + ".",
+                         "Only effective match?"};
     }
     M_.MatchRedraws[static_cast<std::size_t>(b)] = redraws;
     for (int k = 0; k < n; ++k) {
@@ -335,6 +341,10 @@ void MatchedLifeTables::RefuseImpossibleRun() {
                            " adult to match them with.",
                        "Error in data file"};
   }
+  if (M.OnlyEffectiveMatch == "Yes" && M.MatingRequired == "Yes" && M.MatchSampleSize < 2)
+    throw ProgramEnd{"A sample of one individual never holds both sexes: two-sex matches need a sample size of 2 or "
+                     "more.",
+                     "Only effective match?"};
   if (M.OnlyEffectiveMatch == "Yes" && (!has['F'] || (M.MatingRequired == "Yes" && !has['M'])))
     throw ProgramEnd{"No match can be effective: the immature life table has no " +
                          std::string(!has['F'] ? "female" : "male") +

@@ -188,6 +188,11 @@ void ReadSideTableHead(FieldReader& in, SideTableHead& h, int& count) {
   count = ReadInt16(in);
   h.TypeCount = ReadInt16(in);
   h.StageCount = ReadInt16(in);
+  if (h.TypeCount < 1 || h.TypeCount > kMaxType || h.StageCount < 1 || h.StageCount > kMaxStage - 1)
+    throw ProgramEnd{"The file gives " + std::to_string(h.TypeCount) + " sex types and " + std::to_string(h.StageCount) +
+                         " stages: it must have 1 to " + std::to_string(kMaxType) + " sex types and 1 to " +
+                         std::to_string(kMaxStage - 1) + " stages.",
+                     kDataFileErrorTitle};
   for (int t = 1; t <= h.TypeCount; ++t) {
     h.TypeCode(t) = in.ReadString();
     for (int j = 1; j <= h.StageCount; ++j) h.StageName(t, j) = in.ReadString();
