@@ -13,8 +13,10 @@
 #include <thread>
 #include <vector>
 
-#include "bootstrap/replicate_chain.h"
 #include "bootstrap/resampling.h"
+#include "engine/life_table_engine.h"
+#include "engine/population_parameters.h"
+#include "engine/stage_statistics.h"
 #include "bootstrap/uniform_random.h"
 #include "input/data_file_reader.h"
 #include "input/data_file_writer.h"
@@ -53,7 +55,7 @@ struct MatchTables {
 class MatchWorker {
  public:
   MatchWorker(Session& S, PromptService& P, Workspace& ws, const MatchTables& t)
-      : S_(S), M_(S.match), ws_(ws), t_(t), chain_(S, P, ws) {}
+      : S_(S), P_(P), M_(S.match), ws_(ws), t_(t) {}
 
   // Draws the immature individuals of match b and their adults into the record; returns
   // whether the match is effective.
@@ -166,7 +168,18 @@ class MatchWorker {
     ws_.run.IsResamplingFlag = "y";
     ws_.run.IsBasicRunFlag = "n";
     ws_.run.ResampleKind = "b";
-    chain_.RunEngine();
+    // The engine's twins of a replicate, up to the parameters and the longevity: a matched
+    // table needs neither the stage statistics nor the oviposition periods of a bootstrap.
+    ws_.boot.sample.Clear();
+    const Session& session = S_;
+    LifeTableEngine life(session, S_.channels, P_, ws_);
+    StageStatsEngine stats(session, S_.channels, P_, ws_);
+    ParameterEngine params(session, S_.channels, P_, ws_);
+    life.Life01();
+    stats.Life10boot();
+    life.Life03();
+    life.Life04();
+    params.Life05();
     const ReplicateRecord& rec = ws_.boot.sample;
     M_.MatchR[i] = rec.r;
     M_.MatchLambda[i] = rec.lambda;
@@ -181,10 +194,10 @@ class MatchWorker {
   std::size_t Row(long b) const { return static_cast<std::size_t>(b - 1) * static_cast<std::size_t>(M_.MatchSampleSize); }
 
   Session& S_;
+  PromptService& P_;
   MatchRecord& M_;
   Workspace& ws_;
   const MatchTables& t_;
-  ReplicateChain chain_;
   SampleGenerator draw_, winter_;
 };
 
