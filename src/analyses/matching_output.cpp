@@ -57,15 +57,6 @@ class LineBuffer {
   std::string text_;
 };
 
-std::string ClockStamp(const char* format) {
-  std::time_t now = std::time(nullptr);
-  std::tm tm{};
-  localtime_r(&now, &tm);
-  char buf[32];
-  std::strftime(buf, sizeof buf, format, &tm);
-  return buf;
-}
-
 // A value rounded for a table: too large for the rounding to the decimals, it is shown whole.
 double TableValue(double v, int decimals) {
   if (!std::isfinite(v)) return v;
@@ -99,7 +90,7 @@ void MatchedLifeTables::WriteMatchRecord() {
   const long B = static_cast<long>(M.MatchB);
   const int n = M.MatchSampleSize;
   const SideTableHead& h = S.immature.head;
-  M.RecordPath = M.MatchBase + "_2C_match record-date_" + ClockStamp("%m-%d-%Y") + "-time_" + ClockStamp("%H-%M-%S") + ".txt";
+  M.RecordPath = M.MatchBase + "_2C_match record-date_" + ClockText("%m-%d-%Y") + "-time_" + ClockText("%H-%M-%S") + ".txt";
   TextFile out(M.RecordPath);
   out.Write(h.ProjectName);
   out.Write(h.UserName);
