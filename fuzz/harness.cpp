@@ -657,6 +657,78 @@ Outcome RunGroupFile(Workbench& bench, const std::uint8_t* data, std::size_t siz
       ExpectReadAsDataFile(file, false);
       ++ran.filesWritten;
     }
+
+// ---------------------------------------------------------------------------------------
+// Matching of preadult and adult tables, and the 3D life table
+
+const char* const kMatchImmature =
+    "\"Fuzz immature\"\n\"team\"\n\"lab\"\n6\n2,3\nF,Egg,Larva,Female\nM,Egg,Larva,Male\nEgg,Female\n"
+    "1,F,2,3\n2,M,3,2\n3,N,-2\n4,F,3,3\n5,N,2,-1\n6,M,2,2\n";
+const char* const kMatchAdult =
+    "\"Fuzz adult\"\n\"team\"\n\"lab\"\n4\n2,3\nF,Egg,Larva,Female\nM,Egg,Larva,Male\nEgg,Female\n"
+    "1,F,4\n0,3,5,2\n2,M,3\n0,0,0\n3,F,2\n1,4\n4,M,5\n0,0,0,0,0\n";
+
+Outcome RunMatchFiles(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  Outcome ran, all;
+  for (int route = 0; route < 3; ++route) {
+    bench.Clear();
+    const std::string file = bench.Add("bytes.txt", data, size);
+    const std::string immature =
+        route == 0 ? file : bench.Add("table_0-Immature.txt", kMatchImmature, std::strlen(kMatchImmature));
+    const std::string adult = route == 1 ? file : bench.Add("table_0-Adult.txt", kMatchAdult, std::strlen(kMatchAdult));
+    ran = Guarded([&] {
+      auto S = StartedSession();
+      S->runControl = {true, 1, 1, true};
+      AcceptingPrompts P;
+      P.files["Open immature life table"] = immature;
+      P.files["Open adult life table"] = adult;
+      P.files["Read match record (file no. 2C)."] = file;
+      P.inputs["A3. Sample size"] = "10";
+      P.inputs["A4. Bootstrap B"] = "20";
+      P.inputs["A5. Overwinter duration"] = "2";
+      P.inputs["A6. Ow ran. max. mortality"] = "0.5";
+      P.answers["SameBootstrapMatch"] = route == 2 ? kYes : kNo;
+      P.answers["Teaching demo?"] = kNo;
+      P.goOn.insert("Only effective match?");
+      P.answers["B. Read data and match record to write specific life table"] = route == 2 ? kYes : kNo;
+      P.answers["Congratulation!"] = kNo;
+      P.answers["Attention!"] = kNo;
+      Press(*S, P, "cmdMatchedLifeTable");
+      return Outcome{};
+    });
+    bench.ExpectIntact(file, data, size);
+    if (all.ending == Ending::Ran) all.ending = ran.ending;
+    all.message += std::string(route == 0 ? "immature: " : route == 1 ? " | adult: " : " | record: ") + ran.message;
+  }
+  return all;
+}
+
+const char* const kMatrixFile =
+    "\"Description\"\n\"Project: fuzz\"\n\"daughter\"\n\"lab\"\n\"Description: Last age group is 3\"\n3,2\n"
+    "\"Description\"\n\"Egg\",0,1\n\"Female\",2,3\n\"Description: S\"\n1,1\n\n1,0.5\n\"Description: g\"\n1,0\n\n"
+    "0.5,0\n\"Description: d\"\n0,1\n\"Description: the female stage is\"\n2\n\"Description: fecundity\"\n"
+    "1,2\n\"Female finite rate\"\n1.2\n\"Description: stable\"\n1,0.8\n0.6,0.25\n";
+
+Outcome RunMatrixFile(Workbench& bench, const std::uint8_t* data, std::size_t size) {
+  const char* titles[] = {"Open female data file (female offspring)", "Open female data file (male offspring)",
+                          "Open female data file (N-type offspring)", "Open male data file", "Open N-type data file"};
+  Outcome ran;
+  for (int route = 0; route < 5; ++route) {
+    bench.Clear();
+    const std::string file = bench.Add("bytes_20_.txt", data, size);
+    const std::string fixed = bench.Add("study_20_.txt", kMatrixFile, std::strlen(kMatrixFile));
+    ran = Guarded([&] {
+      auto S = StartedSession();
+      AcceptingPrompts P;
+      for (int t = 0; t < 5; ++t) P.files[titles[t]] = t == route ? file : fixed;
+      P.answers["Do you need flow record?"] = kNo;
+      P.goOn.insert("Did you analyze your life table for three type offspring?");
+      P.goOn.insert("If there are N-type offspring, click on Yes.");
+      Press(*S, P, "FMNmatrices");
+      return Outcome{};
+    });
+    bench.ExpectIntact(file, data, size);
+    if (ran.ending != Ending::Ran) return ran;
   }
   return ran;
 }

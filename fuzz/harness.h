@@ -148,6 +148,20 @@ Outcome RunImmatureFile(Workbench& bench, const std::uint8_t* data, std::size_t 
 // individual file must pass A1's check and be read by Basic Run's reader.
 Outcome RunGroupFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
 
+// The bytes as the immature life table of "D. Boot. match" (the adult table kMatchAdult), then
+// as its adult table (the immature table kMatchImmature), then as a match record repeated on
+// those two tables: 10 individuals, B = 20, a winter of 2 days with mortality 0.5, seed 1, one
+// thread. Every route runs: the ending of the first that doesn't run through, and the messages of
+// the three as "immature: ... | adult: ... | record: ...".
+Outcome RunMatchFiles(Workbench& bench, const std::uint8_t* data, std::size_t size);
+extern const char* const kMatchImmature;
+extern const char* const kMatchAdult;
+
+// The bytes as each of the five matrix files of "E. 3D life table" in turn, the other four
+// the small study kMatrixFile. Outcome of the first route that doesn't run through.
+Outcome RunMatrixFile(Workbench& bench, const std::uint8_t* data, std::size_t size);
+extern const char* const kMatrixFile;
+
 // The other treatment of RunColumnFile: 20 values of r.
 extern const char* const kColumnFile;
 

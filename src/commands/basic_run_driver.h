@@ -49,7 +49,7 @@ class BasicRunDriver : public Procedures {
   void StepShowSxj() { P.ShowChart(ShowSxj(S)); }
 
   // Side analyses and exchange files.
-  void StepWriteDataFileFor3Dmatrices() {}
+  void StepWriteDataFileFor3Dmatrices();
   void StepWriteEffectOfVariableFxj() {}
   void StepOfferQuiz() {}
 };

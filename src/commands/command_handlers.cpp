@@ -10,6 +10,7 @@
 #include "commands/harvest_command.h"
 #include "commands/jackknife_command.h"
 #include "commands/multinomial_commands.h"
+#include "commands/match_commands.h"
 #include "commands/paired_test_commands.h"
 #include "commands/tukey_command.h"
 #include "commands/ratio_command.h"
@@ -69,6 +70,8 @@ const std::map<std::string, CommandHandler, std::less<>>& CommandHandlers() {
       {"cmdCountBootLifeTable", Run<MultinomialCommands, &MultinomialCommands::cmdCountBootLifeTable_Click>},
       {"cmdCalMNCforSpecR0", Run<MultinomialCommands, &MultinomialCommands::cmdCalMNCforSpecR0_Click>},
       {"cmdCountBootIndNr", Run<MultinomialCommands, &MultinomialCommands::cmdCountBootIndNr_Click>},
+      {"cmdMatchedLifeTable", Run<MatchCommands, &MatchCommands::cmdMatchedLifeTable_Click>},
+      {"FMNmatrices", Run<MatchCommands, &MatchCommands::FMNmatrices_Click>},
   };
   return handlers;
 }

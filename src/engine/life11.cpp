@@ -15,15 +15,6 @@ namespace {
 constexpr int kFirstColumn = 15;  // the first stage's column; one column every 10
 constexpr int kColumnWidth = 10;
 
-std::string ClockText(const char* format) {
-  std::time_t now = std::time(nullptr);
-  std::tm tm{};
-  localtime_r(&now, &tm);
-  char buf[32];
-  std::strftime(buf, sizeof buf, format, &tm);
-  return buf;
-}
-
 // A duration of the table: "d " and the magnitude in the stage of death.
 std::string DurationCell(double d) {
   if (d < 0) return "d " + FullPrecision(-d);

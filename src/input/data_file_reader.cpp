@@ -181,10 +181,6 @@ void DataFileReader::SetTotalLongevity() { FormTotalLongevity(W.cohort, S.header
 
 namespace korvan {
 
-namespace {
-
-// The head of a table read apart from the data file (adult, immature): fields 1 to 6 and 8 of a
-// data file, never costs; count is field 4.
 void ReadSideTableHead(FieldReader& in, SideTableHead& h, int& count) {
   h.ProjectName = CleanProjectName(in.ReadString());
   h.UserName = in.ReadString();
@@ -192,6 +188,11 @@ void ReadSideTableHead(FieldReader& in, SideTableHead& h, int& count) {
   count = ReadInt16(in);
   h.TypeCount = ReadInt16(in);
   h.StageCount = ReadInt16(in);
+  if (h.TypeCount < 1 || h.TypeCount > kMaxType || h.StageCount < 1 || h.StageCount > kMaxStage - 1)
+    throw ProgramEnd{"The file gives " + std::to_string(h.TypeCount) + " sex types and " + std::to_string(h.StageCount) +
+                         " stages: it must have 1 to " + std::to_string(kMaxType) + " sex types and 1 to " +
+                         std::to_string(kMaxStage - 1) + " stages.",
+                     kDataFileErrorTitle};
   for (int t = 1; t <= h.TypeCount; ++t) {
     h.TypeCode(t) = in.ReadString();
     for (int j = 1; j <= h.StageCount; ++j) h.StageName(t, j) = in.ReadString();
@@ -200,8 +201,6 @@ void ReadSideTableHead(FieldReader& in, SideTableHead& h, int& count) {
   h.SpecialGroup(2) = in.ReadString();
   if (h.StageCount == 2) h.SpecialGroup(2) = "Adult";
 }
-
-}  // namespace
 
 void DataFileReader::InputAdultLifeTable() {
   Flow("InputAdultLifeTable");

@@ -35,6 +35,10 @@ inline constexpr const char* kDataFileErrorTitle = "Error in data file";
 double ReadFecundityList(FieldReader& in, Mat<double, kMaxIndividual, kMaxAge>& fecundity, long i, double d,
                          double factor);
 
+// The head of a table read apart from the data file (adult, immature): fields 1 to 6 and 8 of a
+// data file, never costs; count is field 4.
+void ReadSideTableHead(FieldReader& in, SideTableHead& h, int& count);
+
 // The total longevity of individual i of m stages, durations(i, j): its durations added as
 // whole time units (16-bit, the overflow fault beyond) up to and with the stage of its death.
 template <class Durations>

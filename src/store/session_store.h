@@ -18,6 +18,7 @@
 #include "store/life_table.h"
 #include "store/multinomial_store.h"
 #include "store/limits.h"
+#include "store/match_store.h"
 #include "store/parameters.h"
 #include "store/predation.h"
 #include "store/read_data.h"
@@ -229,6 +230,8 @@ struct SessionStore {
   HarvestRecord harvest;
   ContributionRecord contribution;
   GroupRearedRecord group;
+  MatchRecord match;
+  ThreeDRecord threeD;
   Workspace ws;  // the workspace of Basic Run
 
   // Start-up values: program name, version stamp, time unit 1, the session's date.

@@ -106,4 +106,13 @@ std::string DateTimeText() {
   return buf;
 }
 
+std::string ClockText(const char* format) {
+  std::time_t now = std::time(nullptr);
+  std::tm tm{};
+  localtime_r(&now, &tm);
+  char buf[32];
+  std::strftime(buf, sizeof buf, format, &tm);
+  return buf;
+}
+
 }  // namespace korvan

@@ -300,5 +300,36 @@ TEST(FuzzCorpus, GroupFilesRunOrEndAsTheProgramEnds) {
   ExpectEnding(endings, Ending::SubscriptFault, {"fault_too_many_stages.txt"});
 }
 
+TEST(FuzzCorpus, MatchFilesRunOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("match_files", RunMatchFiles);
+  ASSERT_GE(endings.size(), 12u);
+  // Every file ends one of its routes with a message: a table is no record and the other table.
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"immature_good.txt", "adult_good.txt", "empty.txt", "immature_short.txt", "immature_sex_x.txt",
+                "immature_zero.txt", "adult_no_male.txt", "garbled.txt", "record_good.txt", "record_wrong_sex.txt",
+                "record_short.txt", "adult_huge_duration.txt", "immature_females_only.txt"});
+  auto has = [&](const char* file, const char* text) {
+    EXPECT_NE(endings[file].message.find(text), std::string::npos) << file << ": " << endings[file].message;
+  };
+  // The good tables run through their own route, the good record through its repeat.
+  has("immature_good.txt", "immature:  | adult: Error");
+  has("adult_good.txt", "| adult:  | record:");
+  has("record_good.txt", "| record: ");
+  EXPECT_EQ(endings["record_good.txt"].message.substr(endings["record_good.txt"].message.size() - 10), "| record: ");
+  has("adult_no_male.txt", "no male adult");
+  has("immature_females_only.txt", "has no male");
+  has("record_wrong_sex.txt", "record: Error in match record: Match 4");
+  has("record_short.txt", "record: Error in bootstrap record file: Input past end");
+}
+
+TEST(FuzzCorpus, MatrixFilesRunOrEndAsTheProgramEnds) {
+  auto endings = ReplayFolder("matrix_file", RunMatrixFile);
+  ASSERT_GE(endings.size(), 10u);
+  ExpectEnding(endings, Ending::Ran, {"study_good.txt"});
+  ExpectEnding(endings, Ending::ProgramEnd,
+               {"empty.txt", "short.txt", "fecundity_minus_one.txt", "stage_range_beyond.txt", "garbled.txt",
+                "no_daughters.txt", "mite_male.txt"});
+}
+
 }  // namespace
 }  // namespace korvan::fuzz

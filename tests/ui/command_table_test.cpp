@@ -78,9 +78,9 @@ TEST(CommandTable, PressRefusals) {
   EXPECT_NE(refusal("A1").find("needs a new start of the program"), std::string::npos);
   EXPECT_THROW(ResolveCommand("Z9"), CommandRefused);
   // A command that isn't built says so, open or not.
-  ASSERT_FALSE(IsCommandBuilt("FMNmatrices"));
-  EXPECT_EQ(refusal("E"), "E. 3D life table: not available yet");
-  EXPECT_THROW(PressByProgram(S, P, "FMNmatrices"), CommandRefused);
+  ASSERT_FALSE(IsCommandBuilt("cmdCreateLectureFile"));
+  EXPECT_EQ(refusal("cmdCreateLectureFile"), "CF: not available yet");
+  EXPECT_THROW(PressByProgram(S, P, "cmdCreateLectureFile"), CommandRefused);
   EXPECT_THROW(PressCommand(S, P, ResolveCommand("Command1")), SessionQuit);
 }
 
