@@ -657,6 +657,9 @@ Outcome RunGroupFile(Workbench& bench, const std::uint8_t* data, std::size_t siz
       ExpectReadAsDataFile(file, false);
       ++ran.filesWritten;
     }
+  }
+  return ran;
+}
 
 // ---------------------------------------------------------------------------------------
 // Matching of preadult and adult tables, and the 3D life table

@@ -64,10 +64,6 @@ TEST(CommandLine, UsageErrorsEndWithCodeTwo) {
   EXPECT_NE(closed.err.find("A2. Basic Run is closed: it opens after A1. Read data."), std::string::npos)
       << closed.err;
 
-  const CliResult unbuilt = RunKorvan(folder, "cmdCreateLectureFile");
-  EXPECT_EQ(unbuilt.code, 2);
-  EXPECT_NE(unbuilt.err.find("CF: not available yet"), std::string::npos) << unbuilt.err;
-
   EXPECT_EQ(RunKorvan(folder, "").code, 2);
   EXPECT_EQ(RunKorvan(folder, "--no-such-option A1").code, 2);
   EXPECT_EQ(RunKorvan(folder, "--threads -1 Command1").code, 2);

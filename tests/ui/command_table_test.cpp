@@ -77,7 +77,8 @@ TEST(CommandTable, PressRefusals) {
   S.console.Disable("cmdReadDataA1");
   EXPECT_NE(refusal("A1").find("needs a new start of the program"), std::string::npos);
   EXPECT_THROW(ResolveCommand("Z9"), CommandRefused);
-  // A command that isn't built says so, open or not.
+  // A command that isn't built says so once it is open.
+  S.console.Enable("cmdCreateLectureFile");
   ASSERT_FALSE(IsCommandBuilt("cmdCreateLectureFile"));
   EXPECT_EQ(refusal("cmdCreateLectureFile"), "CF: not available yet");
   EXPECT_THROW(PressByProgram(S, P, "cmdCreateLectureFile"), CommandRefused);
