@@ -122,7 +122,6 @@ void MassRearingHarvest::Command1() {
   h.HarvestRow = h.HarvestStage == 1 ? m : h.HarvestStage - 1;
 
   // 7. The fecundity row the target stage uses, over the target's ages.
-  h.Dh.Fill(0);
   CopyCells(h.Dh, h.OriginalD);
   if (h.HarvestStage != 1) {
     const int t = h.HarvestStage;
@@ -160,12 +159,8 @@ void MassRearingHarvest::Command1() {
   h.Done = "Yes";
   P.MsgBox("Output file and graphic data are successfully saved.", "Job done.", kOKOnly);
 
-  // 12. The yield for the form.
-  h.Yield = 0;
-  const int cut = CutStage();
-  const auto& F = h.HarvestStage == 1 ? h.ScaledF : h.OriginalD;
-  for (int x = S.ws.lifeTable.StageFirstAge(cut); x <= StageEnd(cut); ++x)
-    h.Yield += F(x, h.HarvestRow) * h.Sh(x, cut) * h.OptimalHarvestRate;
+  // 12. The yield for the form: the sum of the harvested row at the rate, the harvest per egg.
+  h.Yield = h.HarvestPerEgg;
   P.Status("txtYield", Num(h.Yield));
 }
 
@@ -187,9 +182,10 @@ void MassRearingHarvest::ScaleFecundityForConservation() {
     double births = 0;
     for (int j = 1; j <= m + 1; ++j) births += t.Sxj(x, j) * h.ScaledF(x, j);
     h.ScaledMx(x) = t.Lx(x) > 0 ? births / t.Lx(x) : 0;
-    cumulative += t.Lx(x) * h.ScaledMx(x);
+    const double lm = t.Lx(x) * h.ScaledMx(x);
+    cumulative += lm;
     h.ScaledCumLxMx(x) = cumulative;
-    h.ScaledR0Sum += t.Lx(x) * h.ScaledMx(x);
+    h.ScaledR0Sum += lm;
   }
   if (std::fabs(h.ScaledR0Sum - h.TargetR0) >= 0.1) {
     throw ProgramEnd{"Stop: the net reproductive rate of the fecundity scaled for conservation (" +
@@ -374,10 +370,9 @@ void MassRearingHarvest::CalculateHarvestRatePerEgg() {
   const int cut = CutStage();
   // Eggs are taken from the female's fecundity; any other target from the move into it.
   const auto& M = h.HarvestStage == 1 ? h.ScaledF : h.OriginalD;
-  const int row = h.HarvestStage == S.header.StageCount + 1 ? S.header.StageCount : h.HarvestRow;
   h.HarvestPerEgg = 0;
   for (int x = S.ws.lifeTable.StageFirstAge(cut); x <= StageEnd(cut); ++x)
-    h.HarvestPerEgg += M(x, row) * h.Sh(x, cut) * h.OptimalHarvestRate;
+    h.HarvestPerEgg += M(x, h.HarvestRow) * h.Sh(x, cut) * h.OptimalHarvestRate;
 }
 
 void MassRearingHarvest::CalculateHarvestRatePerAdult() {
@@ -432,16 +427,6 @@ void MassRearingHarvest::CalculateStageNumberInStableSystem() {
       for (int x = start; x <= StageEnd(j); ++x) recruits += Y * h.Sh(x - 1, from) * h.Dh(x - 1, row);
     h.StageRecruits(j) = recruits;
   }
-}
-
-void MassRearingHarvest::CalculateHarvestRateOfEgg() {
-  auto& h = S.harvest;
-  const int m = S.header.StageCount;
-  const double rate = (h.R0ToLastHarvestAge - 1) / h.R0ToLastHarvestAge;
-  h.OptimalHarvestRate = rate;
-  h.NewbornPerTimeUnit = h.ExpectedHarvest / (rate * h.R0ToLastHarvestAge);
-  for (int x = 0; x <= S.ws.tables.LastAge; ++x)
-    for (int j = 1; j <= m + 1; ++j) h.Fh(x, j) = (1 - rate) * h.ScaledF(x, j);
 }
 
 }  // namespace korvan

@@ -51,8 +51,6 @@ class MassRearingHarvest : public Procedures {
   void CalculateHarvestRatePerEgg();
   void CalculateHarvestRatePerAdult();
   void CalculateStageNumberInStableSystem();
-  // The closed form of harvesting eggs: the rate that leaves R0 to the last age at 1.
-  void CalculateHarvestRateOfEgg();
 
   // Output: "_0L_harvest_0-Basic_output.txt" (or "...-conserved..."), the system in words, and
   // the five figure files "_0K-fig_harvest_...".
