@@ -106,6 +106,12 @@ std::string DateTimeText() {
   return buf;
 }
 
+double RoundDisplayOrWhole(double v, int decimals) {
+  if (!std::isfinite(v)) return v;
+  if (std::fabs(v) * std::pow(10.0, decimals) >= 2.0e9) return std::round(v);
+  return RoundDisplay(v, decimals);
+}
+
 std::string ClockText(const char* format) {
   std::time_t now = std::time(nullptr);
   std::tm tm{};
