@@ -432,26 +432,28 @@ void MatchedLifeTables::RunMatchLoop(bool fromRecord) {
     }
   };
   const auto begin = std::chrono::steady_clock::now();
+  std::atomic<int> running{threads};
   std::vector<std::thread> pool;
-  for (int w = 0; w < threads; ++w) pool.emplace_back(work, w);
+  for (int w = 0; w < threads; ++w)
+    pool.emplace_back([&, w] {
+      work(w);
+      running.fetch_sub(1);
+    });
+  // Progress and the pace are shown from this thread, as the front end expects them.
   bool paced = false;
-  std::atomic<bool> finished{false};
-  std::thread watcher([&] {
-    while (!finished.load()) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(200));
-      const long d = done.load();
-      P.Progress(d, B);
-      if (!paced && d >= 100 && B > 100) {
-        paced = true;
-        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-        const double minutes = seconds / static_cast<double>(d) * static_cast<double>(B) / 60;
-        P.Status("lblMatchTime", "It will take " + FullPrecision(RoundDisplayOrWhole(minutes, 2)) + " min.");
-      }
+  while (running.load() > 0) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    const long d = done.load();
+    prompts.Progress(d, B);
+    if (!paced && d >= 100 && B > 100) {
+      paced = true;
+      const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+      const double minutes = seconds / static_cast<double>(d) * static_cast<double>(B) / 60;
+      prompts.Status("lblMatchTime", "It will take " + FullPrecision(RoundDisplayOrWhole(minutes, 2)) + " min.\nEnd: " +
+                                         ClockText("%m/%d/%Y %H:%M:%S", minutes * 60));
     }
-  });
+  }
   for (auto& t : pool) t.join();
-  finished.store(true);
-  watcher.join();
   if (failure) std::rethrow_exception(failure);
   P.Progress(B, B);
   long ineffective = 0;

@@ -112,8 +112,8 @@ double RoundDisplayOrWhole(double v, int decimals) {
   return RoundDisplay(v, decimals);
 }
 
-std::string ClockText(const char* format) {
-  std::time_t now = std::time(nullptr);
+std::string ClockText(const char* format, double secondsLater) {
+  std::time_t now = std::time(nullptr) + static_cast<std::time_t>(secondsLater);
   std::tm tm{};
   localtime_r(&now, &tm);
   char buf[32];

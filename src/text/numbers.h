@@ -68,7 +68,8 @@ inline std::string NumberText(double v) { return FullPrecision(v); }
 
 // Date and time of the clock as the console shows them ("m/d/yyyy h:mm:ss AM").
 std::string DateTimeText();
-// The local time of the clock in a strftime format (at most 31 characters).
-std::string ClockText(const char* format);
+// The local time of the clock, or so many seconds later, in a strftime format (at most 31
+// characters).
+std::string ClockText(const char* format, double secondsLater = 0);
 
 }  // namespace korvan
