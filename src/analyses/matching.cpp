@@ -6,6 +6,7 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <cstdlib>
 #include <exception>
 #include <limits>
 #include <memory>
@@ -343,11 +344,27 @@ void MatchedLifeTables::RefuseImpossibleRun() {
   if (M.OverwinterDuration < 0 || M.OverwinterDuration > kMaxAge / 2)
     throw ProgramEnd{"The overwinter duration must be from 0 to " + std::to_string(kMaxAge / 2) + ".",
                      "A5. Overwinter duration"};
+  // The oldest matched individual must fit the tables' ages.
+  int longestImmature = 0, longestAdult = 0;
+  for (long k = 1; k <= S.immature.ImmatureCount; ++k) {
+    int total = 0;
+    for (int j = 1; j < S.immature.head.StageCount; ++j) total += std::abs(S.immature.ImmatureDuration(k, j));
+    longestImmature = std::max(longestImmature, total);
+  }
+  for (long k = 1; k <= S.adult.AdultCohortSize; ++k) longestAdult = std::max(longestAdult, S.adult.AdultLongevity(k));
+  if (longestImmature + M.OverwinterDuration + longestAdult + 1 > kMaxAge)
+    throw ProgramEnd{"A matched individual could live " + std::to_string(longestImmature) + " + " +
+                         std::to_string(M.OverwinterDuration) + " + " + std::to_string(longestAdult) +
+                         " time units, beyond the " + std::to_string(kMaxAge) + " ages a life table holds.",
+                     "A5. Overwinter duration"};
   const MatchTables t(S);
-  bool has[128] = {};
-  for (int k = 1; k <= t.immatureCount; ++k) has[static_cast<unsigned char>(t.immatureSex[static_cast<std::size_t>(k)]) & 127] = true;
+  bool hasF = false, hasM = false;
+  for (int k = 1; k <= t.immatureCount; ++k) {
+    hasF = hasF || t.immatureSex[static_cast<std::size_t>(k)] == 'F';
+    hasM = hasM || t.immatureSex[static_cast<std::size_t>(k)] == 'M';
+  }
   for (const char c : {'F', 'M'}) {
-    if (!has[static_cast<int>(c)]) continue;
+    if (!(c == 'F' ? hasF : hasM)) continue;
     if (std::find(t.adultSex.begin() + 1, t.adultSex.end(), c) == t.adultSex.end())
       throw ProgramEnd{std::string("The immature life table has ") + (c == 'F' ? "females" : "males") +
                            ", but the adult life table has no " + (c == 'F' ? "female" : "male") +
@@ -358,9 +375,9 @@ void MatchedLifeTables::RefuseImpossibleRun() {
     throw ProgramEnd{"A sample of one individual never holds both sexes: two-sex matches need a sample size of 2 or "
                      "more.",
                      "Only effective match?"};
-  if (M.OnlyEffectiveMatch == "Yes" && (!has['F'] || (M.MatingRequired == "Yes" && !has['M'])))
+  if (M.OnlyEffectiveMatch == "Yes" && (!hasF || (M.MatingRequired == "Yes" && !hasM)))
     throw ProgramEnd{"No match can be effective: the immature life table has no " +
-                         std::string(!has['F'] ? "female" : "male") +
+                         std::string(!hasF ? "female" : "male") +
                          ". Choose \"No\" for \"Only effective match?\" or use another file.",
                      "Only effective match?"};
 }
@@ -419,26 +436,28 @@ void MatchedLifeTables::RunMatchLoop(bool fromRecord) {
     }
   };
   const auto begin = std::chrono::steady_clock::now();
+  std::atomic<int> running{threads};
   std::vector<std::thread> pool;
-  for (int w = 0; w < threads; ++w) pool.emplace_back(work, w);
+  for (int w = 0; w < threads; ++w)
+    pool.emplace_back([&, w] {
+      work(w);
+      running.fetch_sub(1);
+    });
+  // Progress and the pace are shown from this thread, as the front end expects them.
   bool paced = false;
-  std::atomic<bool> finished{false};
-  std::thread watcher([&] {
-    while (!finished.load()) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(200));
-      const long d = done.load();
-      P.Progress(d, B);
-      if (!paced && d >= 100 && B > 100) {
-        paced = true;
-        const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-        const double minutes = seconds / static_cast<double>(d) * static_cast<double>(B) / 60;
-        P.Status("lblMatchTime", "It will take " + FullPrecision(RoundDisplay(minutes, 2)) + " min.");
-      }
+  while (running.load() > 0) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    const long d = done.load();
+    prompts.Progress(d, B);
+    if (!paced && d >= 100 && B > 100) {
+      paced = true;
+      const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+      const double minutes = seconds / static_cast<double>(d) * static_cast<double>(B) / 60;
+      prompts.Status("lblMatchTime", "It will take " + FullPrecision(RoundDisplayOrWhole(minutes, 2)) + " min.\nEnd: " +
+                                         ClockText("%m/%d/%Y %H:%M:%S", minutes * 60));
     }
-  });
+  }
   for (auto& t : pool) t.join();
-  finished.store(true);
-  watcher.join();
   if (failure) std::rethrow_exception(failure);
   P.Progress(B, B);
   long ineffective = 0;
@@ -468,11 +487,11 @@ void MatchedLifeTables::MatchMeans() {
   M.MeanR0 = R0 / e;
   M.MeanT = T / e;
   M.MeanFecundity = F / e;
-  P.Status("txtMeanBootR0", FullPrecision(RoundDisplay(M.MeanR0, 4)));
-  P.Status("txtMeanBootT", FullPrecision(RoundDisplay(M.MeanT, 4)));
-  P.Status("txtMeanBootLambda", FullPrecision(RoundDisplay(M.MeanLambda, 6)));
-  P.Status("txtMeanBootr", FullPrecision(RoundDisplay(M.MeanR, 6)));
-  P.Status("txtMeanBootFecundity", FullPrecision(RoundDisplay(M.MeanFecundity, 4)));
+  P.Status("txtMeanBootR0", FullPrecision(RoundDisplayOrWhole(M.MeanR0, 4)));
+  P.Status("txtMeanBootT", FullPrecision(RoundDisplayOrWhole(M.MeanT, 4)));
+  P.Status("txtMeanBootLambda", FullPrecision(RoundDisplayOrWhole(M.MeanLambda, 6)));
+  P.Status("txtMeanBootr", FullPrecision(RoundDisplayOrWhole(M.MeanR, 6)));
+  P.Status("txtMeanBootFecundity", FullPrecision(RoundDisplayOrWhole(M.MeanFecundity, 4)));
 }
 
 void MatchedLifeTables::Command7_Click() {

@@ -57,13 +57,6 @@ class LineBuffer {
   std::string text_;
 };
 
-// A value rounded for a table: too large for the rounding to the decimals, it is shown whole.
-double TableValue(double v, int decimals) {
-  if (!std::isfinite(v)) return v;
-  if (std::fabs(v) * std::pow(10.0, decimals) >= 2.0e9) return std::round(v);
-  return RoundDisplay(v, decimals);
-}
-
 struct Statistic {
   const char* name;
   const std::vector<double> MatchRecord::*values;
@@ -270,7 +263,7 @@ void MatchedLifeTables::Boot01New() {
   auto row = [&](const char* label, auto value, bool se) {
     out.PrintPart(label);
     for (int c = 0; c < 7; ++c)
-      out.PrintPart(Tab{kColumns[c]}, TableValue(value(c), se ? kStatistics[c].seDecimals : kStatistics[c].decimals));
+      out.PrintPart(Tab{kColumns[c]}, RoundDisplayOrWhole(value(c), se ? kStatistics[c].seDecimals : kStatistics[c].decimals));
     out.NewLine();
   };
   if (E == 0) {

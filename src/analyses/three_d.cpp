@@ -279,6 +279,10 @@ void ThreeDMatrices::CalculateP3DforMandN() {
   };
   eachCell([&](int t, int x, int j) { total[t] += D.CohortPxj(t, x, j) * D.Alpha(t); });
   grand = total[1] + total[2] + total[3];
+  if (!(grand > 0) || !std::isfinite(grand))
+    throw ProgramEnd{"The stable distributions of the three cohorts hold no individual (or no finite number): no "
+                     "stable sex or stage distribution can be found.",
+                     kMatrixTitle};
   const int f = D.FemaleStage3D;
   D.R0Total3D = 0;
   for (int t = 1; t <= 3; ++t) {
@@ -316,8 +320,8 @@ void ThreeDMatrices::Write3DReport() {
   head("Value of Alpha");
   out.Print(std::string(38, '='));
   out.Print("Alpha(1) (female):", 1);
-  out.Print("Alpha(2) (male)  :", RoundDisplay(D.Alpha(2), 6));
-  out.Print("Alpha(3) (N-type):", RoundDisplay(D.Alpha(3), 6));
+  out.Print("Alpha(2) (male)  :", RoundDisplayOrWhole(D.Alpha(2), 6));
+  out.Print("Alpha(3) (N-type):", RoundDisplayOrWhole(D.Alpha(3), 6));
   out.Print(std::string(38, '-'));
   out.NewLine();
   head("Stable sex distribution");

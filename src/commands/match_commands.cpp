@@ -135,11 +135,11 @@ void MatchCommands::FMNmatrices_Click() {
   }
   three.CalculateP3DforMandN();
   three.Write3DReport();
-  P.Status("txtFiniteRate", FullPrecision(RoundDisplay(D.FiniteRate3D, 8)));
+  P.Status("txtFiniteRate", FullPrecision(RoundDisplayOrWhole(D.FiniteRate3D, 8)));
   P.Status("txtFiniteRate.BackColor", "Cyan");
-  P.Status("txtIntrinsicrate", FullPrecision(RoundDisplay(D.IntrinsicRate3D, 8)));
+  P.Status("txtIntrinsicrate", FullPrecision(RoundDisplayOrWhole(D.IntrinsicRate3D, 8)));
   P.Status("txtIntrinsicrate.BackColor", "Cyan");
-  P.Status("txtNetreproductiverate", FullPrecision(RoundDisplay(D.R0Total3D, 4)));
+  P.Status("txtNetreproductiverate", FullPrecision(RoundDisplayOrWhole(D.R0Total3D, 4)));
   P.Status("txtNetreproductiverate.BackColor", "Yellow");
   P.MsgBox("3D analysis completed! Congratulation!", "3D analysis completed");
 }

@@ -106,8 +106,14 @@ std::string DateTimeText() {
   return buf;
 }
 
-std::string ClockText(const char* format) {
-  std::time_t now = std::time(nullptr);
+double RoundDisplayOrWhole(double v, int decimals) {
+  if (!std::isfinite(v)) return v;
+  if (std::fabs(v) * std::pow(10.0, decimals) >= 2.0e9) return std::round(v);
+  return RoundDisplay(v, decimals);
+}
+
+std::string ClockText(const char* format, double secondsLater) {
+  std::time_t now = std::time(nullptr) + static_cast<std::time_t>(secondsLater);
   std::tm tm{};
   localtime_r(&now, &tm);
   char buf[32];

@@ -40,6 +40,9 @@ inline std::int16_t CInt16(double v) {
 }
 // Display rounding: scale by 10^decimals, CInt to a 32-bit integer, scale back.
 double RoundDisplay(double v, int decimals);
+// Display rounding where the scaled value fits 32 bits; beyond, the value rounded to a whole
+// number (and a value that is not finite as it is): for the new reports that need no fault.
+double RoundDisplayOrWhole(double v, int decimals);
 
 // Val: the number at the head of a typed answer or a field. Blanks and tabs are skipped
 // wherever they stand ("1 000" is 1000); then a sign, digits with at most one decimal point and
@@ -65,7 +68,8 @@ inline std::string NumberText(double v) { return FullPrecision(v); }
 
 // Date and time of the clock as the console shows them ("m/d/yyyy h:mm:ss AM").
 std::string DateTimeText();
-// The local time of the clock in a strftime format (at most 31 characters).
-std::string ClockText(const char* format);
+// The local time of the clock, or so many seconds later, in a strftime format (at most 31
+// characters).
+std::string ClockText(const char* format, double secondsLater = 0);
 
 }  // namespace korvan
