@@ -13,6 +13,7 @@
 
 #include "analyses/harvest.h"
 #include "commands/harvest_command.h"
+#include "commands/match_commands.h"
 
 namespace korvan::gui {
 
@@ -198,6 +199,63 @@ QWidget* ContributionForm(QWidget* parent, const Session& S, Calculate calculate
   layout->addLayout(results);
   auto* back = new QPushButton("Back to mainform");
   back->setObjectName("Command2");
+  QObject::connect(back, &QPushButton::clicked, form, &QWidget::close);
+  layout->addWidget(back);
+  return form;
+}
+
+QWidget* MatchForm(QWidget* parent, Calculate calculate, RegisterField add) {
+  namespace t = match_titles;
+  QWidget* form = FormWindow(parent, "Form2", "Bootstrap-random match preadult and adult life tables");
+  auto* layout = new QVBoxLayout(form);
+  auto* files = new QFormLayout;
+  auto fileRow = [&](const char* button, const char* caption, const char* title, const char* count) {
+    auto* path = Field(button == std::string("Command3") ? "ImmatureFile" : "AdultFile", "");
+    path->setReadOnly(true);
+    auto* row = new QHBoxLayout;
+    row->addWidget(FileButton(form, button, caption, title, path));
+    row->addWidget(path, 1);
+    row->addWidget(Result(count, add));
+    files->addRow(row);
+    return path;
+  };
+  QLineEdit* immature = fileRow("Command3", "A1. Open immature data", t::kImmatureFile, "lblImmatureNr");
+  QLineEdit* adult = fileRow("Command4", "A2. Open adult data", t::kAdultFile, "lblAdultNr");
+  layout->addLayout(files);
+  auto* boxes = new QFormLayout;
+  auto* size = Field("txtSampleSize", "", "Left empty, it is asked with the number of immature individuals");
+  auto* boot = Field("txtBootB", "1000");
+  auto* winter = Field("txtOverwinterDuration", "0");
+  auto* mortality = Field("txtOverwinterMortality", "0", t::kWinterMortalityTip);
+  boxes->addRow(t::kSampleSize, size);
+  boxes->addRow(t::kBootB, boot);
+  boxes->addRow(t::kWinter, winter);
+  boxes->addRow(t::kWinterMortality, mortality);
+  layout->addLayout(boxes);
+  auto* run = new QPushButton("A7. Run random match");
+  run->setObjectName("Command7");
+  QObject::connect(run, &QPushButton::clicked, form, [=] {
+    // A field left empty is asked as a dialogue when the run comes to it.
+    FormAnswers a;
+    const std::pair<const char*, QLineEdit*> fields[] = {{t::kImmatureFile, immature}, {t::kAdultFile, adult},
+                                                         {t::kSampleSize, size},       {t::kBootB, boot},
+                                                         {t::kWinter, winter},         {t::kWinterMortality, mortality}};
+    for (const auto& [title, field] : fields)
+      if (!field->text().trimmed().isEmpty()) a[title] = field->text().toStdString();
+    calculate(a);
+  });
+  layout->addWidget(run);
+  layout->addWidget(Result("lblMatchMsg", add));
+  layout->addWidget(Result("lblMatchTime", add));
+  auto* means = new QFormLayout;
+  means->addRow("Mean R0", Result("txtMeanBootR0", add));
+  means->addRow("Mean T", Result("txtMeanBootT", add));
+  means->addRow("Mean lambda", Result("txtMeanBootLambda", add));
+  means->addRow("Mean r", Result("txtMeanBootr", add));
+  means->addRow("Mean fecundity", Result("txtMeanBootFecundity", add));
+  layout->addLayout(means);
+  auto* back = new QPushButton("Go back to the Mainform");
+  back->setObjectName("Command6");
   QObject::connect(back, &QPushButton::clicked, form, &QWidget::close);
   layout->addWidget(back);
   return form;

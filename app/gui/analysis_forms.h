@@ -1,6 +1,7 @@
 #pragma once
-// The forms of "H. Harvest" and "I. Contribution". Their fields answer the command's dialogues:
-// the main button hands the answers, by dialogue title, to calculate, which runs the command.
+// The forms of "H. Harvest", "I. Contribution" and "D. Boot. match". Their fields answer the
+// command's dialogues: the main button hands the answers, by dialogue title, to calculate, which
+// runs the command.
 #include <QWidget>
 #include <functional>
 #include <map>
@@ -21,5 +22,8 @@ using RegisterField = std::function<void(const std::string&, QLineEdit*)>;
 
 QWidget* HarvestForm(QWidget* parent, const Session& S, Calculate calculate, RegisterField add);
 QWidget* ContributionForm(QWidget* parent, const Session& S, Calculate calculate, RegisterField add);
+// Form2 of the matching: A1, A2 choose the two files, A3 to A6 are fields, A7 runs (the files
+// are read and checked then; the run's own questions, and B at its end, come as dialogues).
+QWidget* MatchForm(QWidget* parent, Calculate calculate, RegisterField add);
 
 }  // namespace korvan::gui

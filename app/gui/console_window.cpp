@@ -419,9 +419,10 @@ bool ConsoleWindow::Press(const std::string& control) {
     emit programEnded(0);
     return true;
   }
-  // The harvest and contribution forms: their fields answer the command's dialogues. A script
-  // answers them itself.
-  if (!scriptActive_ && (command->control == "cmdHarvest" || command->control == "ContributionPartition")) {
+  // The harvest, contribution and matching forms: their fields answer the command's dialogues.
+  // A script answers them itself.
+  if (!scriptActive_ && (command->control == "cmdHarvest" || command->control == "ContributionPartition" ||
+                         command->control == "cmdMatchedLifeTable")) {
     ShowAnalysisForm(*command);
     return true;
   }
@@ -437,8 +438,9 @@ void ConsoleWindow::ShowAnalysisForm(const CommandInfo& command) {
     StartCommand(*info);
   };
   auto add = [this](const std::string& name, QLineEdit* field) { formFields_[name] = field; };
-  QWidget* form = command.control == "cmdHarvest" ? HarvestForm(this, *store_, calculate, add)
-                                                   : ContributionForm(this, *store_, calculate, add);
+  QWidget* form = command.control == "cmdHarvest"            ? HarvestForm(this, *store_, calculate, add)
+                 : command.control == "cmdMatchedLifeTable" ? MatchForm(this, calculate, add)
+                                                            : ContributionForm(this, *store_, calculate, add);
   form->show();
 }
 

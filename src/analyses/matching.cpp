@@ -400,7 +400,8 @@ void MatchedLifeTables::RunMatchLoop(bool fromRecord) {
   PrepareSessionForMatches();
   int threads = S.runControl.threads > 0 ? S.runControl.threads
                                          : static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
-  if (S.options.FlowMode != "No") threads = 1;
+  const bool teaching = M.TeachingDemo == "Yes" && ShowMatch;
+  if (S.options.FlowMode != "No" || teaching) threads = 1;
   threads = static_cast<int>(std::min<long>(threads, B));
   const MatchTables tables(S);
   std::vector<std::unique_ptr<Workspace>> spaces;
@@ -424,6 +425,7 @@ void MatchedLifeTables::RunMatchLoop(bool fromRecord) {
           const bool effective = fromRecord ? M.MatchEffective[static_cast<std::size_t>(b)] != kMatchIneffective : worker.Draw(b);
           M.MatchEffective[static_cast<std::size_t>(b)] = effective ? kMatchEffective : kMatchIneffective;
           if (effective) worker.Solve(b, worker.Build(b));
+          if (teaching && effective) ShowMatch(b, *spaces[static_cast<std::size_t>(w)]);
           done.fetch_add(1);
         }
       }
@@ -438,7 +440,12 @@ void MatchedLifeTables::RunMatchLoop(bool fromRecord) {
   const auto begin = std::chrono::steady_clock::now();
   std::atomic<int> running{threads};
   std::vector<std::thread> pool;
-  for (int w = 0; w < threads; ++w)
+  if (teaching) {
+    // Each match's chart is shown from this thread, one match after the other.
+    work(0);
+    running.store(0);
+  }
+  for (int w = 0; w < threads && !teaching; ++w)
     pool.emplace_back([&, w] {
       work(w);
       running.fetch_sub(1);

@@ -5,6 +5,7 @@
 // table as it solves a bootstrap sample. Matches are seeded from (run seed, match number) and
 // spread over the cores, so a run is repeatable from its seed on any number of threads.
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "run/run_context.h"
@@ -19,6 +20,10 @@ std::string MatchFileBase(const std::string& path, const std::string& kind);
 class MatchedLifeTables : public Procedures {
  public:
   using Procedures::Procedures;
+
+  // The teaching demo: called after each match that was solved, with the workspace holding its
+  // table. The run then goes match by match on the thread that started it.
+  std::function<void(long match, const Workspace& ws)> ShowMatch;
 
   // "A1. Open immature data", "A2. Open adult data": choose and read the two files. An
   // immature record holds the durations of stages 1..m-1 (an N-type's up to its negative

@@ -8,12 +8,13 @@
 #include "commands/basic_run_driver.h"
 #include "store/faults.h"
 #include "text/numbers.h"
+#include "ui/chart_figures.h"
 
 namespace korvan {
 
 namespace {
 
-constexpr const char* kSameMatchCaption = "B. Read data and match record to write specific life table";
+using namespace match_titles;
 
 // A number of a form's box; text that is not a number ends the run with a message naming the box.
 double BoxNumber(PromptService& P, const std::string& text, const std::string& caption, const std::string& def) {
@@ -33,23 +34,25 @@ void MatchCommands::cmdMatchedLifeTable_Click() {
   match.InputAdultData();
   match.CheckDataFileOfImmmature();
   match.CheckDatafileOfAdult();
-  const double n = BoxNumber(P, "Enter the number of individuals of each matched life table.", "A3. Sample size",
+  const double n = BoxNumber(P, "Enter the number of individuals of each matched life table.", kSampleSize,
                              std::to_string(S.immature.ImmatureCount));
   if (n != std::floor(n) || n < 1 || n > kMaxIndividual)
     throw ProgramEnd{"The sample size must be a whole number from 1 to " + std::to_string(kMaxIndividual) + ".",
-                     "A3. Sample size"};
+                     kSampleSize};
   M.MatchSampleSize = static_cast<int>(n);
-  M.MatchB = BoxNumber(P, "Enter the number of random matches (B).", "A4. Bootstrap B", "1000");
+  M.MatchB = BoxNumber(P, "Enter the number of random matches (B).", kBootB, "1000");
   const double winter = BoxNumber(P, "Enter the overwinter duration of adults (0 = no overwintering).",
-                                  "A5. Overwinter duration", "0");
+                                  kWinter, "0");
   if (winter != std::floor(winter) || winter < 0 || winter > kMaxAge / 2)
     throw ProgramEnd{"The overwinter duration must be a whole number from 0 to " + std::to_string(kMaxAge / 2) + ".",
-                     "A5. Overwinter duration"};
+                     kWinter};
   M.OverwinterDuration = static_cast<int>(winter);
-  M.OverwinterMortality = BoxNumber(P, "If rnd<this Ow ran. max. mortality, adult will  not survive to spring.",
-                                    "A6. Ow ran. max. mortality", "0");
+  M.OverwinterMortality = BoxNumber(P, kWinterMortalityTip, kWinterMortality, "0");
+  match.ShowMatch = [this](long b, const Workspace& ws) {
+    P.ShowChart(ShowSxj(S, ws, "Match no. = " + std::to_string(b)));
+  };
   match.Command7_Click();
-  if (P.MsgBox("Do you want to write the life table of a specific match from a match record?", kSameMatchCaption,
+  if (P.MsgBox("Do you want to write the life table of a specific match from a match record?", kSameMatch,
                kYesNo, 2) == kYes)
     cmdSameMatch_Click();
 }
@@ -63,7 +66,7 @@ void MatchCommands::cmdSameMatch_Click() {
   M.RecordPath = path;
   if (M.ImmatureRead != "Yes" || M.AdultRead != "Yes")
     throw ProgramEnd{"Open the immature data (A1) and the adult data (A2) before reading a match record.",
-                     kSameMatchCaption};
+                     kSameMatch};
   if (!match.ReadSameBootstrapData()) return;
   if (M.Seed == 0) M.Seed = S.runControl.hasSeed ? S.runControl.seed : 1;
   for (;;) {

@@ -6,6 +6,19 @@
 
 namespace korvan {
 
+// The dialogues of the matching form that its fields answer on the desktop.
+namespace match_titles {
+inline constexpr const char* kImmatureFile = "Open immature life table";
+inline constexpr const char* kAdultFile = "Open adult life table";
+inline constexpr const char* kSampleSize = "A3. Sample size";
+inline constexpr const char* kBootB = "A4. Bootstrap B";
+inline constexpr const char* kWinter = "A5. Overwinter duration";
+inline constexpr const char* kWinterMortality = "A6. Ow ran. max. mortality";
+inline constexpr const char* kWinterMortalityTip =
+    "If rnd<this Ow ran. max. mortality, adult will  not survive to spring.";
+inline constexpr const char* kSameMatch = "B. Read data and match record to write specific life table";
+}  // namespace match_titles
+
 class MatchCommands : public Procedures {
  public:
   using Procedures::Procedures;

@@ -52,8 +52,8 @@ ChartPanel AgeSeriesFigure(const SessionStore& S, const char* figure, std::vecto
 namespace {
 
 ChartPanel StageFigure(const SessionStore& S, const char* figure, std::vector<std::string> title,
-                       const char* yTitle, const AgeStageMatrix& m, double factor = 1) {
-  const int last = LastRowAge(S);
+                       const char* yTitle, const AgeStageMatrix& m, double factor = 1, int last = -1) {
+  if (last < 0) last = LastRowAge(S);
   ChartPanel c = AgeFigure(S, figure, std::move(title), yTitle, "Age", last);
   for (int j = 1; j <= FigureStageCount(S) + 1; ++j) {
     ChartSeries s;
@@ -73,11 +73,14 @@ ChartPanel OneSeries(const SessionStore& S, const char* figure, std::vector<std:
 
 }  // namespace
 
-ChartPanel ShowSxj(const SessionStore& S) {
-  ChartPanel c = StageFigure(S, "ShowSxj",
-                             {"Survival rate to each age-stage group",
-                              "It is the probability that a newborn will survive to age x and stage j."},
-                             "Age-stage survival rate s(x,j)", S.ws.tables.Sxj);
+ChartPanel ShowSxj(const SessionStore& S) { return ShowSxj(S, S.ws, {}); }
+
+ChartPanel ShowSxj(const SessionStore& S, const Workspace& ws, const std::string& subtitle) {
+  std::vector<std::string> title = {"Survival rate to each age-stage group",
+                                    "It is the probability that a newborn will survive to age x and stage j."};
+  if (!subtitle.empty()) title.push_back(subtitle);
+  ChartPanel c = StageFigure(S, "ShowSxj", std::move(title), "Age-stage survival rate s(x,j)", ws.tables.Sxj, 1,
+                             std::clamp(ws.tables.LastAge + 1, 0, static_cast<int>(kMaxAge)));
   c.y.automatic = false;
   c.y.min = 0;
   c.y.max = 1.1;

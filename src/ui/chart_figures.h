@@ -15,6 +15,9 @@ namespace korvan {
 
 // Age-stage figures, one series per stage 1..m+1, rows the ages 0..LastAge+1.
 ChartPanel ShowSxj(const SessionStore& S);
+// s(x,j) of a workspace other than the Basic Run's (a matched table, say), with a line of its own
+// under the title when subtitle is not empty.
+ChartPanel ShowSxj(const SessionStore& S, const Workspace& ws, const std::string& subtitle);
 ChartPanel ShowGxj(const SessionStore& S);
 ChartPanel ShowDxj(const SessionStore& S);
 ChartPanel ShowFxj(const SessionStore& S);

@@ -45,7 +45,7 @@ struct MatchRun {
   }
   // The form's buttons A1 to A7 of a first run.
   void Run(int n, int B, int winter, double mortality, const char* mating = "No", std::uint64_t seed = 7,
-           int threads = 0) {
+           int threads = 0, const char* teaching = "No") {
     S->runControl.hasSeed = true;
     S->runControl.seed = seed;
     S->runControl.threads = threads;
@@ -53,7 +53,7 @@ struct MatchRun {
     P.Answer("A3. Sample size", std::to_string(n)).Answer("A4. Bootstrap B", std::to_string(B));
     P.Answer("A5. Overwinter duration", std::to_string(winter));
     P.Answer("A6. Ow ran. max. mortality", std::to_string(mortality));
-    P.Answer("SameBootstrapMatch", "No").Answer("Teaching demo?", "No");
+    P.Answer("SameBootstrapMatch", "No").Answer("Teaching demo?", teaching);
     P.Answer("Only effective match?", "Yes").Answer("Two-sex mating?", mating);
     P.Answer("Task completed", "OK");
     P.Answer("B. Read data and match record to write specific life table", "No");
@@ -95,6 +95,13 @@ TEST(MatchedLifeTables, RecordRebuildsEveryMatchAndFirstTableReadsBack) {
   MatchRun one(true);
   one.Run(40, 30, 2, 0, "Yes", 11, 1);
   EXPECT_EQ(test::ReadFile(one.S->match.RecordPath), firstRecord);
+  // The teaching demo goes match by match and shows each one's s(x,j): the same record again.
+  MatchRun demo(true);
+  demo.Run(40, 30, 2, 0, "Yes", 11, 2, "Yes");
+  EXPECT_EQ(test::ReadFile(demo.S->match.RecordPath), firstRecord);
+  ASSERT_EQ(demo.P.charts.size(), 30u);
+  EXPECT_EQ(demo.P.charts.back().title.back(), "Match no. = 30");
+  EXPECT_EQ(demo.P.charts.back().series.front().values.front(), 1);  // s(0,1): every egg alive
 
   // The same matches from the record in a second session (the winter drawn from the same seed).
   MatchRun again(true);

@@ -17,12 +17,6 @@ namespace {
 
 using boottest::PoolIndividual;
 
-class ChartPrompts : public test::FakePrompts {
- public:
-  void ShowChart(const ChartPanel&) override { ++charts; }
-  int charts = 0;
-};
-
 double EggsOf(const PoolIndividual& a) {
   double sum = 0;
   for (double e : a.eggs) sum += e;
@@ -37,7 +31,7 @@ TEST(Jackknife, PseudoValuesAreThoseOfTheCohortsLessOneIndividual) {
   const double r = S->params.R_Basic, lx5 = S->basic.OriginalLx(5);
   const int N = static_cast<int>(cohort.size());
 
-  ChartPrompts P;
+  test::FakePrompts P;
   P.Answer("Note well!", "OK").Answer("Note well!", "OK");
   JackknifeCommand(*S, P).Command21_Click();
   const auto& p = S->params;
@@ -62,13 +56,13 @@ TEST(Jackknife, PseudoValuesAreThoseOfTheCohortsLessOneIndividual) {
   EXPECT_EQ(S->params.R_Basic, r);
   EXPECT_EQ(S->basic.OriginalLx(5), lx5);
   EXPECT_EQ(S->ws.cohort.CohortSize, N);
-  EXPECT_EQ(P.charts, 1);
+  EXPECT_EQ(P.charts.size(), 1u);
   EXPECT_EQ(test::Lines(dir.file("c_7_Jackknif-results.txt")).size(), static_cast<std::size_t>(N) + 1);
 
   // A second press shows the chart again and computes nothing.
   std::filesystem::remove(dir.file("c_0_Output-Jackknife.txt"));
   JackknifeCommand(*S, P).Command21_Click();
-  EXPECT_EQ(P.charts, 2);
+  EXPECT_EQ(P.charts.size(), 2u);
   EXPECT_FALSE(std::filesystem::exists(dir.file("c_0_Output-Jackknife.txt")));
 }
 

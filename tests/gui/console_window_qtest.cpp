@@ -113,6 +113,7 @@ class ConsoleWindowTest : public QObject {
   void bootstrapKeepsTheWindowTurning();
   void faultShowsItsBoxAndEndsTheProgram();
   void contributionFormRunsItsCommand();
+  void matchFormRunsTheTeachingDemo();
 };
 
 void ConsoleWindowTest::startUpRulesAndTheCommandTable() {
@@ -444,6 +445,33 @@ void ConsoleWindowTest::contributionFormRunsItsCommand() {
   QTRY_VERIFY_WITH_TIMEOUT(!w.IsRunning(), kWait);
   QCOMPARE(form->findChild<QLineEdit*>("txtContributionToRo")->text(), QString("1"));
   QVERIFY(QFile::exists(dir.filePath("mite-Contribution table.txt")));
+}
+
+
+void ConsoleWindowTest::matchFormRunsTheTeachingDemo() {
+  QTemporaryDir dir;
+  for (const char* name : {"mite_0-Immature.txt", "mite_0-Adult.txt"})
+    QFile::copy(QString(KORVAN_EXAMPLES) + "/" + name, dir.filePath(name));
+  ConsoleOptions o;
+  o.answers = {"Teaching demo?=Yes"};
+  o.useDefaults = true;
+  o.askWhenMissing = false;
+  ConsoleWindow w(o);
+  w.show();
+  QTest::mouseClick(Button(w, "cmdMatchedLifeTable"), Qt::LeftButton);
+  auto* form = w.findChild<QWidget*>("Form2");
+  QVERIFY(form && form->isVisible());
+  form->findChild<QLineEdit*>("ImmatureFile")->setText(dir.filePath("mite_0-Immature.txt"));
+  form->findChild<QLineEdit*>("AdultFile")->setText(dir.filePath("mite_0-Adult.txt"));
+  form->findChild<QLineEdit*>("txtSampleSize")->setText("30");
+  form->findChild<QLineEdit*>("txtBootB")->setText("5");
+  QTest::mouseClick(form->findChild<QPushButton*>("Command7"), Qt::LeftButton);
+  QTRY_VERIFY_WITH_TIMEOUT(!w.IsRunning(), kWait);
+  QVERIFY(form->findChild<QLineEdit*>("lblImmatureNr")->text().startsWith("n ="));
+  QVERIFY(!form->findChild<QLineEdit*>("txtMeanBootR0")->text().isEmpty());
+  // The demo's last chart is the survival of match 5.
+  QCOMPARE(w.MainChart()->Panel().title.back(), std::string("Match no. = 5"));
+  QVERIFY(QFile::exists(dir.filePath("mite_2B_Bootstrap_Output.txt")));
 }
 
 QTEST_MAIN(ConsoleWindowTest)

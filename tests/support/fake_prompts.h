@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "run/prompt_service.h"
+#include "ui/chart_panel.h"
 
 namespace korvan::test {
 
@@ -51,6 +52,7 @@ class FakePrompts : public PromptService {
     return Next(title);
   }
   void Status(const std::string& label, const std::string& text) override { status[label] = text; }
+  void ShowChart(const ChartPanel& panel) override { charts.push_back(panel); }
 
   // The dialogues met with this title.
   std::vector<DialogueMet> With(const std::string& title) const {
@@ -74,6 +76,7 @@ class FakePrompts : public PromptService {
 
   std::vector<DialogueMet> met;
   std::map<std::string, std::string> status;
+  std::vector<ChartPanel> charts;
 
  private:
   std::string Next(const std::string& title) {
