@@ -37,6 +37,18 @@ constexpr std::int32_t kMaxRedraws = 1000000;
 
 char SexCode(const std::string& sex) { return sex.size() == 1 ? sex[0] : '?'; }
 
+// The two questions of a run: only effective matches, and whether reproduction needs both sexes.
+void AskMatchKind(PromptService& P, MatchRecord& M) {
+  M.OnlyEffectiveMatch =
+      P.MsgBox("Do you want only effective bootstrap match?", "Only effective match?", kYesNo) == kYes ? "Yes" : "No";
+  M.MatingRequired = P.MsgBox("Is two-sex mating necessary for a successful reproduction?\n"
+                              "If parthenogenetic reproduction is possible, you can choose \"No\". \n"
+                              "If there are only females in your data file, you MUST choose \"No\". ",
+                              "Two-sex mating?", kYesNo) == kYes
+                         ? "Yes"
+                         : "No";
+}
+
 // What one worker needs of the two tables, looked up once before the loop.
 struct MatchTables {
   std::vector<char> immatureSex, adultSex;  // index 1..count
@@ -123,11 +135,13 @@ class MatchWorker {
         if (d < 0) break;
       }
       const char c = SexCode(sex);
+      diedInWinter[static_cast<std::size_t>(k)] = 0;
       if (c == 'N') continue;
       const int a = adult[k - 1];
       const int own = A.AdultLongevity(a);
       const int winter = M_.OverwinterDuration;
       const bool diesInWinter = M_.OverwinterMortality > winter_.Next();
+      diedInWinter[static_cast<std::size_t>(k)] = diesInWinter && c == 'F';
       int duration = 0;
       if (diesInWinter) {
         duration = CInt(winter * winter_.Next()) + own;
@@ -200,6 +214,10 @@ class MatchWorker {
   Workspace& ws_;
   const MatchTables& t_;
   SampleGenerator draw_, winter_;
+
+ public:
+  // Position k of the last table built is a female that died in winter: her list is "-1" alone.
+  std::vector<char> diedInWinter = std::vector<char>(kMaxIndividual + 1, 0);
 };
 
 }  // namespace
@@ -238,6 +256,16 @@ void MatchedLifeTables::InputImmatureData() {
                          " stages (the adult stage included).",
                      kErrorTitle};
   S.match.MatchBase = MatchFileBase(I.ImmatureFilePath, "Immature");
+  // The run's own output beside the files it matches, and the flow record on demand.
+  S.identity.OutputFileName = S.match.MatchBase + "_2A_Basic_output.txt";
+  S.channels.MainOutput.Open(S.identity.OutputFileName);
+  if (P.MsgBox("Do you need the record of program flow?", "Do you need flow record?", kYesNo, 2) == kYes) {
+    const std::size_t slash = I.ImmatureFilePath.find_last_of('/');
+    S.options.FlowMode = "Yes";
+    S.identity.FlowFileName = (slash == std::string::npos ? "" : I.ImmatureFilePath.substr(0, slash + 1)) +
+                              "Matched_Flow.txt";
+    S.channels.Flow.Open(S.identity.FlowFileName);
+  }
   S.match.ImmatureRead = "Yes";
   P.Status("lblImmatureNr", "n =" + std::to_string(I.ImmatureCount));
 }
@@ -258,9 +286,11 @@ void MatchedLifeTables::InputAdultData() {
     A.AdultIndividualNo(i) = CInt16(in.ReadNumber());
     A.AdultIndividualSex(i) = in.ReadString();
     const double d = in.ReadNumber();
-    if (d != std::floor(d) || d < 1 || d > kMaxAge - 1)
+    if (d != std::floor(d)) throw ProgramEnd{NonIntegerFaultText(i), kErrorTitle};
+    // A zero duration is read (with no eggs) for the check to name it.
+    if (d < 0 || d > kMaxAge - 1)
       throw ProgramEnd{"Check data of individual no. " + no + ". The adult duration " + FullPrecision(d) +
-                           " must be a whole number from 1 to " + std::to_string(kMaxAge - 1) + ".",
+                           " must be a whole number from 0 to " + std::to_string(kMaxAge - 1) + ".",
                        kErrorTitle};
     A.AdultLongevity(i) = static_cast<int>(d);
     for (int day = 1; day <= d; ++day) A.AdultFecundity(i, day) = in.ReadNumber();
@@ -526,14 +556,7 @@ void MatchedLifeTables::RunFirstTimeRunRandomMatch() {
   Flow("RunFirstTimeRunRandomMatch");
   MatchRecord& M = S.match;
   M.SameMatch = "No";
-  M.OnlyEffectiveMatch =
-      P.MsgBox("Do you want only effective bootstrap match?", "Only effective match?", kYesNo) == kYes ? "Yes" : "No";
-  M.MatingRequired = P.MsgBox("Is two-sex mating necessary for a successful reproduction?\n"
-                              "If parthenogenetic reproduction is possible, you can choose \"No\". \n"
-                              "If there are only females in your data file, you MUST choose \"No\". ",
-                              "Two-sex mating?", kYesNo) == kYes
-                         ? "Yes"
-                         : "No";
+  AskMatchKind(P, M);
   RefuseImpossibleRun();
   P.Status("lblMatchMsg", "I am running bootstrap match. (B=" + FullPrecision(M.MatchB) + ").\nPlease wait!\nDon't touch me!");
   M.Seed = S.runControl.hasSeed ? S.runControl.seed : SeedFromClock();
@@ -553,6 +576,7 @@ void MatchedLifeTables::RunSameBootstrapRandomMatch() {
   const std::string path = P.ChooseFile("Read match record (file no. 2C).");
   if (path.empty()) throw ProgramEnd{"No match record was chosen.", "Read match record (file no. 2C)."};
   M.RecordPath = path;
+  AskMatchKind(P, M);
   M.OnlyEffectiveMatch = "No";  // the record tells which matches are effective
   if (!ReadSameBootstrapData()) return;
   RefuseImpossibleRun();
@@ -574,7 +598,8 @@ void MatchedLifeTables::WriteMatchLifeTable(long b, const std::string& path, con
   worker.Build(b);
   const Cohort& C = S.ws.cohort;
   TextFile out(path);
-  const LifeTableRecords records{C.IndividualSex, C.StageDuration, C.Fecundity, C.CohortSize, {}};
+  LifeTableRecords records{C.IndividualSex, C.StageDuration, C.Fecundity, C.CohortSize, {}};
+  records.eggless = [&worker](long k) { return worker.diedInWinter[static_cast<std::size_t>(k)] != 0; };
   WriteLifeTableLayout(out, S, LifeTableHead{titleLine, S.immature.head.UserName, treatmentLine}, records);
 }
 

@@ -33,6 +33,11 @@ class MatchedLifeTables : public Procedures {
   // "Check immature data", "Check adult data".
   void CheckDataFileOfImmmature();
   void CheckDatafileOfAdult();
+  // The checked durations (and the adults' eggs) as lists of "number, value" under a treatment
+  // and a variable line, the form "G. Gen. boot" reads: one file per preadult stage (the
+  // individuals that completed it), "_GB_Adult duration.txt" and "_GB_Fecundity.txt".
+  void WriteImmatureDataForGenBoot();
+  void WriteDataForGenBoot();
 
   // "A7. Run random match": the question of the same samples, the teaching demo, the run.
   void Command7_Click();

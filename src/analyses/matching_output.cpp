@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <cctype>
 #include <cmath>
+#include <functional>
 #include <ctime>
 #include <string>
 #include <vector>
@@ -129,16 +131,84 @@ void MatchedLifeTables::WriteMatchRecord() {
     }
   }
   const std::string Bt = std::to_string(B);
-  out.Write(" Mean values of " + Bt + " matches:");
-  out.Write("Means of " + Bt + " matches", " Fecundity=", M.MeanFecundity, " Net reproductive rate=", M.MeanR0,
-            " Intrinsic rate=", M.MeanR, " Finite rate=", M.MeanLambda, " Mean generation time =", M.MeanT);
-  out.Write("Seed of the run=", static_cast<double>(M.Seed));
+  auto means = [&](TextFile& file) {
+    file.Write(" Mean values of " + Bt + " matches:");
+    file.Write("Means of " + Bt + " matches", " Fecundity=", M.MeanFecundity, " Net reproductive rate=", M.MeanR0,
+               " Intrinsic rate=", M.MeanR, " Finite rate=", M.MeanLambda, " Mean generation time =", M.MeanT);
+  };
+  means(out);
+  // The run in short, in its basic output.
+  TextFile& basic = S.channels.MainOutput;
+  if (basic.IsOpen()) {
+    basic.Write(h.ProjectName);
+    basic.Write(h.UserName);
+    basic.Write(M.RunLabel);
+    basic.Write("Immature file:", S.immature.ImmatureFilePath);
+    basic.Write("Adult file:", S.adult.AdultFilePath);
+    basic.Write("Bootstrap number (B)=", B);
+    basic.Write("Sample size=", n);
+    basic.Write("Overwinter duration=", M.OverwinterDuration);
+    basic.Write("Ow ran. max. mortality=", M.OverwinterMortality);
+    basic.Write("Effective matches=", M.EffectiveMatches);
+    basic.Write("Ineffective matches=", M.IneffectiveMatches);
+    basic.Write("Match record:", M.RecordPath);
+    means(basic);
+    basic.Flush();
+  }
+  // The seed as its digits: a clock's seed has more of them than a double holds.
+  out.Write("Seed of the run=", std::to_string(M.Seed));
   out.Close();
 
   // The complete life table of the first match of the run.
   if (B >= 1 && M.MatchEffective[1] != kMatchIneffective)
     WriteMatchLifeTable(1, M.MatchBase + "-life table-1.txt", "Project: " + h.ProjectName + ". Match no. =1",
                         M.RunLabel + "-1");
+}
+
+namespace {
+
+// A list for the general bootstrap: the treatment, the variable, then "number, value" lines.
+void WriteGenBootList(const std::string& path, const std::string& treatment, const std::string& variable,
+                      long count, const std::function<bool(long)>& has, const std::function<double(long)>& value) {
+  TextFile out(path);
+  out.Write(treatment);
+  out.Write("Ind. No.", variable);
+  for (long k = 1; k <= count; ++k)
+    if (has(k)) out.Write(k, value(k));
+}
+
+}  // namespace
+
+void MatchedLifeTables::WriteImmatureDataForGenBoot() {
+  Flow("WriteImmatureDataForGenBoot");
+  const ImmatureLifeTable& I = S.immature;
+  for (int j = 1; j < I.head.StageCount; ++j) {
+    const std::string& stage = I.head.StageName(1, j);
+    std::string name = stage;  // the stage's name as a part of a file name
+    for (char& c : name)
+      if (!std::isalnum(static_cast<unsigned char>(c)) && c != ' ' && c != '-' && c != '_') c = '_';
+    WriteGenBootList(
+        S.match.MatchBase + "_GB_Immature-" + name + ".txt", I.head.TreatmentName, stage + " duration",
+        I.ImmatureCount, [&](long k) { return I.ImmatureDuration(k, j) > 0; },
+        [&](long k) { return static_cast<double>(I.ImmatureDuration(k, j)); });
+  }
+}
+
+void MatchedLifeTables::WriteDataForGenBoot() {
+  Flow("WriteDataForGenBoot");
+  const AdultLifeTable& A = S.adult;
+  const std::string base = MatchFileBase(A.AdultFilePath, "Adult");
+  WriteGenBootList(
+      base + "_GB_Adult duration.txt", A.head.TreatmentName, "Adult duration", A.AdultCohortSize,
+      [](long) { return true; }, [&](long k) { return static_cast<double>(A.AdultLongevity(k)); });
+  WriteGenBootList(
+      base + "_GB_Fecundity.txt", A.head.TreatmentName, "Fecundity", A.AdultCohortSize,
+      [&](long k) { return A.AdultIndividualSex(k) == "F"; },
+      [&](long k) {
+        double eggs = 0;
+        for (int day = 1; day <= A.AdultLongevity(k); ++day) eggs += A.AdultFecundity(k, day);
+        return eggs;
+      });
 }
 
 bool MatchedLifeTables::ReadSameBootstrapData() {
@@ -226,6 +296,14 @@ bool MatchedLifeTables::ReadSameBootstrapData() {
     for (int i = 0; i < 8; ++i) in.ReadString();
     M.MatchEffective[static_cast<std::size_t>(b)] = kMatchEffective;
   }
+  // The run's seed closes the record: the winter of a match rebuilt from it is the one solved.
+  for (int i = 0; i < 16 && in.HasMoreData(); ++i) {
+    if (in.ReadString() != "Seed of the run=") continue;
+    const std::string digits = in.ReadString();
+    if (!digits.empty() && digits.size() <= 19 && digits.find_first_not_of("0123456789") == std::string::npos)
+      M.Seed = std::stoull(digits);
+    break;
+  }
   M.RecordMatches = B;
   return true;
 }
@@ -241,7 +319,7 @@ void MatchedLifeTables::Boot01New() {
   out.Print("Adult file: ", S.adult.AdultFilePath);
   out.Print("Sample size (n) =", M.MatchSampleSize, " Matches (B) =", B, " Effective matches =", M.EffectiveMatches);
   out.Print("Overwinter duration =", M.OverwinterDuration, " Ow ran. max. mortality =", M.OverwinterMortality);
-  out.Print("Seed of the run =", static_cast<double>(M.Seed));
+  out.Print("Seed of the run =", std::to_string(M.Seed));
   out.Print(std::string(98, '='));
   out.PrintPart(" ");
   for (int c = 0; c < 7; ++c) out.PrintPart(Tab{kColumns[c]}, kStatistics[c].name);

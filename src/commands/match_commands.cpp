@@ -34,6 +34,8 @@ void MatchCommands::cmdMatchedLifeTable_Click() {
   match.InputAdultData();
   match.CheckDataFileOfImmmature();
   match.CheckDatafileOfAdult();
+  match.WriteImmatureDataForGenBoot();
+  match.WriteDataForGenBoot();
   const double n = BoxNumber(P, "Enter the number of individuals of each matched life table.", kSampleSize,
                              std::to_string(S.immature.ImmatureCount));
   if (n != std::floor(n) || n < 1 || n > kMaxIndividual)
@@ -75,9 +77,11 @@ void MatchCommands::cmdSameMatch_Click() {
     const auto number = NumberAnswer(answer);
     const long available = M.RecordMatches;
     if (!number || *number != std::floor(*number) || *number < 1 || *number > static_cast<double>(available)) {
-      const int again = P.MsgBox("Total available bootstrap sampe is " + std::to_string(available) +
-                                     "\nRe-enter the required sample number.\nThe specific bootstrap sample you asked is " +
-                                     answer + "\nHowever, current bootstrap sample is " + std::to_string(available) +
+      P.MsgBox("Total available bootstrap sampe is " + std::to_string(available) +
+                   "\nRe-enter the required sample number.",
+               "Attention!");
+      const int again = P.MsgBox("The specific bootstrap sample you asked is " + answer +
+                                     "\nHowever, current bootstrap sample is " + std::to_string(available) +
                                      "\nClick \"Yes\" to re-enter your number.\nClick \"No\" to end this procedure.",
                                  "Attention!", kYesNo);
       if (again == kYes) continue;

@@ -51,7 +51,9 @@ void WriteLifeTableLayout(TextFile& out, const SessionStore& S, const LifeTableH
     std::vector<double> durations;
     for (int j = records.firstStage; j <= last; ++j) durations.push_back(records.duration(row, j));
     const bool eggs = sex == "F" && records.withEggs;
-    WriteIndividualRecord(out, p, sex, durations, eggs ? std::max(0L, static_cast<long>(records.duration(row, m))) : -1,
+    const long eggDays = !eggs ? -1 : records.eggless && records.eggless(row) ? 0
+                                    : std::max(0L, static_cast<long>(records.duration(row, m)));
+    WriteIndividualRecord(out, p, sex, durations, eggDays,
                           [&](long x) { return records.fecundity(row, x) * records.fecundityFactor; });
   }
 }

@@ -49,7 +49,8 @@ struct MatchRun {
     S->runControl.hasSeed = true;
     S->runControl.seed = seed;
     S->runControl.threads = threads;
-    P.Answer("Open immature life table", immature).Answer("Open adult life table", adult);
+    P.Answer("Open immature life table", immature).Answer("Do you need flow record?", "No");
+    P.Answer("Open adult life table", adult);
     P.Answer("A3. Sample size", std::to_string(n)).Answer("A4. Bootstrap B", std::to_string(B));
     P.Answer("A5. Overwinter duration", std::to_string(winter));
     P.Answer("A6. Ow ran. max. mortality", std::to_string(mortality));
@@ -81,6 +82,10 @@ TEST(MatchedLifeTables, HandWorkedFemaleWithAndWithoutWinter) {
   dead.Run(1, 3, 3, 1);
   EXPECT_EQ(dead.S->match.MatchR0[1], 0);
   EXPECT_EQ(dead.S->match.MatchFecundity[3], 0);
+  // Her record in the first match's table: "-1" alone; the basic output holds the means.
+  const std::string table = test::ReadFile(dead.dir.file("cohort-life table-1.txt"));
+  EXPECT_TRUE(table.size() > 4 && table.compare(table.size() - 4, 4, "\n-1\n") == 0) << table;
+  EXPECT_NE(test::ReadFile(dead.dir.file("cohort_2A_Basic_output.txt")).find("Means of 3 matches"), std::string::npos);
 }
 
 TEST(MatchedLifeTables, RecordRebuildsEveryMatchAndFirstTableReadsBack) {
@@ -108,10 +113,15 @@ TEST(MatchedLifeTables, RecordRebuildsEveryMatchAndFirstTableReadsBack) {
   again.S->runControl = {true, 11, 2, false};
   again.S->match.OverwinterDuration = 2;
   again.P.Answer("Open immature life table", again.immature).Answer("Open adult life table", again.adult);
+  again.P.Answer("Do you need flow record?", "No").Answer("Only effective match?", "Yes");
+  again.P.Answer("Two-sex mating?", "Yes");
   again.P.Answer("Read match record (file no. 2C).", record).Answer("Task completed", "OK");
   MatchedLifeTables form(*again.S, again.P);
   form.InputImmatureData();
   form.InputAdultData();
+  again.S->match.RecordPath = record;
+  ASSERT_TRUE(form.ReadSameBootstrapData());
+  EXPECT_EQ(again.S->match.Seed, 11u);  // the record's own seed
   form.RunSameBootstrapRandomMatch();
   for (int b = 1; b <= 30; ++b) {
     EXPECT_EQ(again.S->match.MatchR[b], M.MatchR[b]) << b;
@@ -148,6 +158,14 @@ TEST(MatchedLifeTables, FaultsAndBaseNames) {
     FAIL();
   } catch (const ProgramEnd& e) {
     EXPECT_NE(e.message.find("no male adult"), std::string::npos);
+  }
+  // A zero adult duration is named by the check.
+  MatchRun zero(kOneFemaleImmature, "\"A\"\n\"t\"\n\"l\"\n1\n1,2\nF,Egg,Female\nEgg,Female\n1,F,0\n");
+  try {
+    zero.Run(1, 1, 0, 0);
+    FAIL();
+  } catch (const ProgramEnd& e) {
+    EXPECT_EQ(e.message, "Developmental time of individual no.1 is ZERO.");
   }
   // An adult record shorter than its duration.
   MatchRun shortAdult(kOneFemaleImmature, "\"A\"\n\"t\"\n\"l\"\n1\n1,2\nF,Egg,Female\nEgg,Female\n1,F,5\n0,4\n");
