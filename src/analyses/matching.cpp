@@ -220,6 +220,17 @@ class MatchWorker {
   std::vector<char> diedInWinter = std::vector<char>(kMaxIndividual + 1, 0);
 };
 
+// The first matches leave their age-stage matrices n(x,j), s(x,j) and f(x,j) in files.
+constexpr long kMatricesWritten = 10;
+
+void WriteMatchMatrices(const Session& S, long b, const Workspace& ws) {
+  const std::string match = "_2D_Match " + std::to_string(b) + "-";
+  const int last = std::clamp(ws.tables.LastAge + 1, 0, static_cast<int>(kMaxAge) - 1);
+  WriteStageFigure(S, match + "Nxj.txt", "Age-stage number n(x,j) of the matched table", ws.tables.Nxj, last);
+  WriteStageFigure(S, match + "Sxj.txt", "Age-stage survival rate s(x,j) of the matched table", ws.tables.Sxj, last);
+  WriteStageFigure(S, match + "Fxj.txt", "Age-stage fecundity f(x,j) of the matched table", ws.tables.Fxj, last);
+}
+
 }  // namespace
 
 std::string MatchFileBase(const std::string& path, const std::string& kind) {
@@ -348,6 +359,10 @@ void MatchedLifeTables::PrepareSessionForMatches() {
   H.SpecialGroup(1) = h.SpecialGroup(1);
   H.SpecialGroup(2) = h.SpecialGroup(2);
   H.RegularLifeTable = "Yes";
+  // Row 1 of the names carries both adult stages, as a data file's reading leaves it.
+  if (h.TypeCount >= 2 && H.StageName(1, h.StageCount + 1).empty()) H.StageName(1, h.StageCount + 1) = h.StageName(2, h.StageCount);
+  H.MaleCount = 0;
+  for (long k = 1; k <= S.immature.ImmatureCount; ++k) H.MaleCount += S.immature.ImmatureSex(k) == "M";
   S.identity.ProjectName = h.ProjectName;
   S.identity.UserName = h.UserName;
   S.identity.TreatmentName = h.TreatmentName;
@@ -455,6 +470,7 @@ void MatchedLifeTables::RunMatchLoop(bool fromRecord) {
           const bool effective = fromRecord ? M.MatchEffective[static_cast<std::size_t>(b)] != kMatchIneffective : worker.Draw(b);
           M.MatchEffective[static_cast<std::size_t>(b)] = effective ? kMatchEffective : kMatchIneffective;
           if (effective) worker.Solve(b, worker.Build(b));
+          if (effective && b <= kMatricesWritten) WriteMatchMatrices(S, b, *spaces[static_cast<std::size_t>(w)]);
           if (teaching && effective) ShowMatch(b, *spaces[static_cast<std::size_t>(w)]);
           done.fetch_add(1);
         }
