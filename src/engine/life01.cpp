@@ -142,23 +142,40 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
       }
     }
   }
+  // The individuals of each type, in their order, found once instead of once per stage.
+  static thread_local int members[kMaxType + 1][kMaxIndividual + 1];
+  static thread_local int memberCount[kMaxType + 1];
+  const bool listed = N <= kMaxIndividual && T <= kMaxType;
+  if (listed) {
+    for (int t = 1; t <= T; ++t) {
+      const std::string& code = S.header.TypeCode(t);
+      memberCount[t] = 0;
+      for (int i = 1; i <= N; ++i)
+        if (SameText(C.IndividualSex(i), code)) members[t][memberCount[t]++] = i;
+    }
+  }
   for (int t = 1; t <= T; ++t) {
     const std::string& code = S.header.TypeCode(t);
     for (int j = 1; j <= m; ++j) {
       int count = 0;
       double s = 0, q = 0;
-      for (int i = 1; i <= N; ++i) {
-        if (!SameText(C.IndividualSex(i), code)) continue;
+      auto add = [&](int i) {
         double v = 0;
         if (formed) {
-          if (positiveTo[i] < j) continue;
+          if (positiveTo[i] < j) return;
           v = runningSum[i][j];
         } else if (!PositiveDurationSum(C, i, cumulative ? 1 : j, j, v)) {
-          continue;
+          return;
         }
         AddDuration(v, tu, s, q);
         ++count;
         if (cumulative && j == m - 1) L.PreadultTime(i) = TimeUnitToDays(v, tu);
+      };
+      if (listed) {
+        for (int k = 0; k < memberCount[t]; ++k) add(members[t][k]);
+      } else {
+        for (int i = 1; i <= N; ++i)
+          if (SameText(C.IndividualSex(i), code)) add(i);
       }
       counts(t, j) = count;
       ApplyStatistics(s, q, count, means(t, j), variances(t, j), sds(t, j));

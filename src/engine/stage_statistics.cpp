@@ -174,12 +174,21 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
     w.MxMean(x) = w.MxSD(x) = w.MxSE(x) = 0;
     w.FxMean(x) = w.FxSD(x) = w.FxSE(x) = 0;
   }
+  // The living by age: each individual is alive from age 0 to its last age; the counts of
+  // the ages are added once all lives are known (whole numbers: the same sums).
+  static thread_local int endsAt[kMaxAge + 2];
+  long oldest = -1;
   for (long i = 1; i <= c.CohortSize; ++i) {
     const double steps = FormLongevity(i);
     const bool female = IsText(c.IndividualSex(i), 'F');
     if (!female && !wholeCohort) continue;
     const long lastAlive = CInt(w.Longevity(i) / tu - 1);
-    for (long x = 0; x <= lastAlive; ++x) w.AliveAtAge(x) += 1;
+    if (lastAlive > kMaxAge) {
+      for (long x = 0; x <= lastAlive; ++x) w.AliveAtAge(x) += 1;  // beyond the ages: the bound ends the run
+    } else if (lastAlive >= 0) {
+      for (; oldest < lastAlive; ++oldest) endsAt[oldest + 1] = 0;
+      endsAt[lastAlive] += 1;
+    }
     if (!female) continue;
 
     if (wholeCohort)
@@ -211,6 +220,10 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
     w.PostOviSteps(i) = steps - static_cast<double>(last) - 1;
     w.FirstOviAge(i) = TimeUnitToDays(static_cast<double>(first), tu);
     w.LastOviAge(i) = TimeUnitToDays(static_cast<double>(last), tu);
+  }
+  for (long x = oldest, alive = 0; x >= 0; --x) {
+    alive += endsAt[x];
+    w.AliveAtAge(x) += static_cast<double>(alive);
   }
   for (long x = 0; x <= lastAge; ++x) {
     if (w.EggsAtAge(x) <= 0) continue;
