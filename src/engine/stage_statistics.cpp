@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "engine/female_days.h"
 #include "store/rules.h"
 #include "text/numbers.h"
 #include "text/short_text.h"
@@ -108,16 +109,15 @@ void StageStatsEngine::CountOvipositionDays() {
   w.ReproductiveFemaleCount = 0;
   for (long i = 1; i <= c.CohortSize; ++i) {
     if (!IsText(c.IndividualSex(i), 'F')) continue;
-    long units = 0;
-    const long adult = CInt(c.StageDuration(i, m()));
-    for (long t = 1; t <= adult; ++t) {
-      const double f = c.Fecundity(i, t);
-      if (f < 0) break;
-      if (f != 0) {
-        ++units;
-        eggs += f;
-      }
-    }
+    // Her eggs go into the running sum one by one, or at once when every partial sum is a
+    // whole number either way.
+    FemaleDaySums own;
+    FemaleDaySums* known = KeptDaySums(W.cohort, static_cast<int>(i));
+    if (known && known->oviKnown && known->wholeEggs && WholeAndModerate(eggs))
+      eggs += known->eggs;
+    else
+      WalkOviDays(c, static_cast<int>(i), m(), eggs, known ? *known : own);
+    const long units = known ? known->units : own.units;
     w.OviUnits(i) = units;
     // Only three time units count as fractions here; 0.2 is a plain factor.
     double days;
