@@ -129,7 +129,8 @@ void LifeTableEngine::Life04Gosub0290() {
     int deaths = 0;
     for (int j = 1; j <= m + 1; ++j) {
       share += T.Mxj(x, j);
-      deaths = CInt(deaths + N * T.Mxj(x, j));
+      const double dying = N * T.Mxj(x, j);
+      if (dying != 0) deaths = CInt(deaths + dying);  // a whole number plus zero stands as it is
     }
     L.AgeDeathProb(x) = share;
     L.AgeDeaths(x) = deaths;
