@@ -25,13 +25,16 @@ inline int RunThreads(int asked) {
 inline constexpr long kRowsPerStretch = 1024;
 
 // Writes row(i, sink) for i = first..last into out; each row writes whole lines to sink (a
-// TextFile in memory for all but the short files). threads: at most so many threads work.
+// TextFile in memory for all but the short files). threads: at most so many threads work,
+// and no more than there are cores.
 template <class Row>
 void WriteRowsSideBySide(TextFile& out, long first, long last, int threads, Row row) {
   const long count = last - first + 1;
   if (count <= 0) return;
   const long stretches = (count + kRowsPerStretch - 1) / kRowsPerStretch;
-  const int helpers = static_cast<int>(std::min<long>(threads, stretches)) - 1;
+  // Threads beyond the cores would only hold more stretches in memory.
+  const long cores = std::max(1u, std::thread::hardware_concurrency());
+  const int helpers = static_cast<int>(std::min({static_cast<long>(threads), cores, stretches})) - 1;
   if (helpers < 1) {
     for (long i = first; i <= last; ++i) row(i, out);
     return;
@@ -57,7 +60,7 @@ void WriteRowsSideBySide(TextFile& out, long first, long last, int threads, Row 
   // A helper keeps within a few stretches of the writer, so that memory holds no more.
   std::atomic<long> writtenSoFar{0};
   std::atomic<bool> stop{false};
-  const long ahead = 2L * (helpers + 1);
+  const long ahead = helpers + 2L;
   auto help = [&] {
     for (long c = next.fetch_add(1); c < stretches; c = next.fetch_add(1)) {
       while (c >= writtenSoFar.load(std::memory_order_acquire) + ahead && !stop.load())
