@@ -19,9 +19,8 @@ void CopyIntoZeroPages(void* to, const void* from, std::size_t bytes) {
   const auto* in = static_cast<const unsigned char*>(from);
   for (std::size_t at = 0; at < bytes; at += kPage) {
     const std::size_t n = bytes - at < kPage ? bytes - at : kPage;
-    bool zeros = true;
-    for (std::size_t k = 0; k < n && zeros; ++k) zeros = in[at + k] == 0;
-    if (!zeros) std::memcpy(out + at, in + at, n);
+    static const unsigned char kZeros[kPage] = {};
+    if (std::memcmp(in + at, kZeros, n) != 0) std::memcpy(out + at, in + at, n);
   }
 }
 
