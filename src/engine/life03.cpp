@@ -367,6 +367,20 @@ void LifeTableEngine::Life03Gosub1050() {
     // A whole number of preadult days: the ages up to P are passed over at once, and a - P
     // is whole already.
     const bool whole = P >= 0 && P < 1e9 && P == std::floor(P);
+    if (whole && C.MaxLongevity > P && C.MaxLongevity - P <= kMaxAge && C.MaxLongevity <= kMaxAge + 1) {
+      // Her days and the ages they fall on are all within the tables: the rows are walked
+      // directly (a day without eggs adds a zero, which changes no sum).
+      const long from = static_cast<long>(P);
+      const double* eggs = &C.Fecundity(i, 1);
+      double* fx = &T.Fxj(from, m);
+      const long stride = &T.Fxj(1, m) - &T.Fxj(0, m);
+      for (long day = 1; day <= C.MaxLongevity - from; ++day, fx += stride) {
+        const double e = eggs[day - 1];
+        if (e < 0) break;
+        if (e != 0) *fx += e;
+      }
+      continue;
+    }
     for (int a = whole ? static_cast<int>(P) + 1 : 1; a <= C.MaxLongevity; ++a) {
       if (!whole && a <= P) continue;
       const long day = whole ? a - static_cast<long>(P) : static_cast<long>(CIntValue(a - P));
