@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Times the whole command "A1" + "A3. Bootstrap" (fast run, B = 100,000) on the reference
 # cohort of the benchmark (bench/beetle.txt: 100 individuals, 6 stages, about 60 days of life)
-# or on the data file given, with its wall time and peak memory. Run from the top of the tree
+# or on the data file given (e.g. `python3 bench/make_beetle.py 390 /tmp/beetle390.txt` for the
+# largest cohort allowed), with its wall and CPU time, the time of the sample loop and of the
+# rest, and the peak memory. Run from the top of the tree
 # after a build:   bench/time_bootstrap.sh [build/korvan] [data file] [threads]
 set -euo pipefail
 korvan=$(realpath "${1:-build/korvan}")
@@ -13,7 +15,12 @@ trap 'rm -rf "$work"' EXIT
 cp "$data" "$work/"
 sed "s#examples/mite.txt#$work/$(basename "$data")#" "$top/examples/mite_fast.answers" > "$work/fast.answers"
 cd "$work"
-/usr/bin/time -f "wall %e s, user %U s, peak memory %M KiB" \
+/usr/bin/time -o time.txt -f "wall %e s, user %U s, peak memory %M KiB" \
   "$korvan" --seed 7 --threads "$threads" --quiet --answers fast.answers \
   --answers "$top/examples/mite_boot_fast.answers" A1 A3 > /dev/null
-echo "$(ls | wc -l) files written"
+cat time.txt
+# The report's "Total time" runs from the first sample to the last column file (the sorts and
+# the result files but the curves and the counts of individuals included).
+report=$(grep -ho 'Total time: [0-9.]* sec' ./*_0B_Bootstrap_Output.txt | head -1 | sed 's/[^0-9.]//g' || true)
+[ -n "$report" ] && echo "report's total time ${report} s"
+echo "$(( $(ls | wc -l) - 3 )) files written"

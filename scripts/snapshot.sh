@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Writes every file of a seeded run into a folder, for comparing two builds file by file:
-#   A1 + A3 (B = 2,000) on examples/mite.txt and bench/beetle.txt, then command C on the r
-#   columns of the two, in detail (difference files, normal curves).
+#   A1 + A3 (B = 2,000) on examples/mite.txt, bench/beetle.txt and the largest cohort allowed
+#   (bench/make_beetle.py grown to 390 individuals), then command C on the r columns of the
+#   first two, in detail (difference files, normal curves).
 # Lines that carry the clock (dates, times, elapsed seconds) are blanked, so that two runs of
 # one build give the same folder.
 #   scripts/snapshot.sh build/korvan OUT [threads]      then: diff -r OUT1 OUT2
@@ -14,11 +15,15 @@ rm -rf "$out"
 mkdir -p "$out"
 out=$(realpath "$out")
 cp "$top/examples/mite.txt" "$top/bench/beetle.txt" "$out/"
+python3 "$top/bench/make_beetle.py" 390 "$out/beetle390.txt"
 cd "$out"
-for cohort in mite beetle; do
+for cohort in mite beetle beetle390; do
   sed "s#examples/mite.txt#$cohort.txt#" "$top/examples/mite_fast.answers" > fast.answers
+  # Samples of the cohort's own size.
+  sed "s#^\(Bootstrap sample size (n) =? = \).*#\1$(sed -n 4p "$cohort.txt" | tr -d '\r ')#" \
+    "$top/examples/mite_boot.answers" > boot.answers
   "$korvan" --seed 7 --threads "$threads" --quiet --answers fast.answers \
-    --answers "$top/examples/mite_boot.answers" A1 A3 > "$cohort.stdout"
+    --answers boot.answers A1 A3 > "$cohort.stdout"
 done
 cat > c.answers <<'EOF'
 Fast paired bootstrap test? = No
@@ -33,7 +38,7 @@ Add a code to the output filename? = 1
 Task completed! = Yes
 EOF
 "$korvan" --quiet --answers c.answers C > c.stdout
-rm -f fast.answers c.answers
+rm -f fast.answers boot.answers c.answers
 # Names that carry the clock: the report of C, the records of samples.
 for f in "24-Paired boot test results-"*; do mv "$f" "24-Paired boot test results-<clock>.txt"; done
 for f in *-20[0-9][0-9]-*-*-*.txt; do

@@ -22,6 +22,7 @@
 #include "bootstrap/sample_records.h"
 #include "run/serialized_prompts.h"
 #include "text/numbers.h"
+#include "text/side_by_side_rows.h"
 
 namespace korvan {
 namespace {
@@ -73,8 +74,7 @@ void BootstrapRun::RunSampleLoop() {
   BootstrapRecord& R = S.boot;
   const long B = R.BootB;
   if (B < 1) return;
-  int threads = S.runControl.threads > 0 ? S.runControl.threads
-                                       : static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
+  int threads = RunThreads(S.runControl.threads);
   if (S.options.FlowMode != "No") threads = 1;  // the flow record is written in sample order
   threads = static_cast<int>(std::min<long>(threads, B));
   R.ThreadsUsed = threads;
@@ -131,9 +131,9 @@ void BootstrapRun::RunSampleLoop() {
             }
             if (R.MajorPercentileLxMx == "Yes") KeepMajorPercentileColumns(S, ws);
           }
-          done.fetch_add(1);
         }
         EndStretch(acc, sums[static_cast<std::size_t>(c)]);
+        done.fetch_add(last - firstOf(c) + 1);  // the count of the progress, once a stretch
       }
     } catch (...) {
       std::lock_guard<std::mutex> lock(failMutex);

@@ -9,6 +9,7 @@
 #include "input/data_file_writer.h"
 #include "store/faults.h"
 #include "text/numbers.h"
+#include "text/side_by_side_rows.h"
 
 namespace korvan {
 namespace {
@@ -133,11 +134,11 @@ void BootPercentiles::SortedHead(TextFile& out, bool writeForm) const {
 void BootPercentiles::SortedRows(TextFile& out, const std::string& name, bool skipZeros) const {
   const SortStore& s = S.boot.sort;
   out.Write("Sorted serial no.", "Original serial no.", name);
-  for (long i = 1; i <= s.SortCount; ++i) {
+  WriteRowsSideBySide(out, 1, s.SortCount, RunThreads(S.runControl.threads), [&](long i, TextFile& rows) {
     const double v = s.SortValue(i);
-    if (skipZeros && v == 0) continue;
-    out.Write(i, s.SortIndex(i), v);
-  }
+    if (skipZeros && v == 0) return;
+    rows.Write(i, s.SortIndex(i), v);
+  });
 }
 
 void BootPercentiles::CountGroupsFromFirst(ValueGroups& groups, long m) { CountEqualGroups(S.boot.sort, groups, m); }

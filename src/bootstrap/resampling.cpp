@@ -136,6 +136,7 @@ bool Resampling::CopyPlainIndividual(int position, int k) {
   R.BootIndividuals(position, b) = static_cast<std::int16_t>(k);
   const std::string& sex = pool.OriginalSex(k);
   C.IndividualNo(position) = position;
+  C.RowSource(position) = k;
   if (C.IndividualSex(position) != sex) C.IndividualSex(position) = sex;
   // Rows are stored day after day: the checked first and last entries bound the copy.
   std::memcpy(&C.StageDuration(position, 1), &pool.OriginalStageDuration(k, 1),
@@ -195,6 +196,7 @@ void Resampling::CopyIndividual(int position, int k, bool stopAtDeath) {
   const std::string& sex = pool.OriginalSex(k);
   const char code = sex.size() == 1 ? sex[0] : '?';  // "F", "M" or "N"
   C.IndividualNo(position) = position;
+  C.RowSource(position) = stopAtDeath ? 0 : k;  // a copy cut at the death is not her whole row
   if (C.IndividualSex(position) != sex) C.IndividualSex(position) = sex;
   for (int j = 1; j <= m; ++j) {
     const double d = pool.OriginalStageDuration(k, j);

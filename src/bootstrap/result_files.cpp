@@ -62,16 +62,17 @@ void BootResultFiles::WriteEffectiveBootstrapInColumn() {
   const double n = R.BootSampleSize;
   const long E = R.EffectiveCount, B = R.BootB;
   const std::string range = RangeInName();
+  const int threads = RunThreads(S.runControl.threads);
 
   if (all && minor && R.DetailedBootResults != "No") {
     TextFile out(OutputName(S, "_6_Effect Boot-all parameters.txt"));
     ColumnHeadLines(out, Head("", "Sample no., r, lambda, R0, T, GRR", 0));
     out.Write(StampedProjectLine(S));
     out.Write("Sample no., r, lambda, R0, T, GRR", E);
-    for (long i = 1; i <= E; ++i) {
+    WriteRowsSideBySide(out, 1, E, threads, [&](long i, TextFile& rows) {
       const long k = R.EffectiveList(i);
-      out.Print(k, ",", R.BootR(k), ",", R.BootLambda(k), ",", R.BootR0(k), ",", R.BootT(k), ",", R.BootGRR(k));
-    }
+      rows.Print(k, ",", R.BootR(k), ",", R.BootLambda(k), ",", R.BootR0(k), ",", R.BootT(k), ",", R.BootGRR(k));
+    });
   }
   WriteColumnFile("_Effect Boot-A2a-r" + range + ".txt", Head("-r", "r", cohort.r), [&](long k) { return R.BootR(k); });
   WriteColumnFile("_Effect Boot-A2b-r-with SN" + range + ".txt", Head("-r", "r", cohort.r),
@@ -115,7 +116,7 @@ void BootResultFiles::WriteEffectiveBootstrapInColumn() {
   {
     TextFile out(OutputName(S, "_Effect Boot-A1a-R0" + range + ".txt"));
     ColumnHeadLines(out, r0);
-    for (long k = 1; k <= B; ++k) out.Write(R.BootR0(k));
+    WriteRowsSideBySide(out, 1, B, threads, [&](long k, TextFile& rows) { rows.Write(R.BootR0(k)); });
   }
   bool anyZeroR = false;
   for (long i = 1; i <= E && !anyZeroR; ++i) anyZeroR = R.BootR(R.EffectiveList(i)) == 0;
@@ -127,7 +128,7 @@ void BootResultFiles::WriteEffectiveBootstrapInColumn() {
   {
     TextFile out(OutputName(S, "_Effect Boot-A1b-R0-with SN" + range + ".txt"));
     ColumnHeadLines(out, r0);
-    for (long k = 1; k <= B; ++k) out.Write(k + offset, R.BootR0(k));
+    WriteRowsSideBySide(out, 1, B, threads, [&](long k, TextFile& rows) { rows.Write(k + offset, R.BootR0(k)); });
   }
   ColumnHead f = Head("-F", "Fecundity", cohort.meanFecundity);
   f.line3 = f.nIn6 = sexes.females;
@@ -282,17 +283,17 @@ void BootResultFiles::WriteAllBootstrapInColumns() {
     out.Write(f.line4);
     out.Write(B);
     out.Write(f.column);
-    for (long k = 1; k <= B; ++k) {
+    WriteRowsSideBySide(out, 1, B, RunThreads(S.runControl.threads), [&](long k, TextFile& rows) {
       const bool effective = R.BootEffectLabel(k) != kLabelIneffective;
       if (f.serial && effective)
-        out.Write(k + offset, (*f.values)(k));
+        rows.Write(k + offset, (*f.values)(k));
       else if (f.serial)
-        out.Write(k + offset, "Ineffective bootstrap sample");
+        rows.Write(k + offset, "Ineffective bootstrap sample");
       else if (effective)
-        out.Write((*f.values)(k));
+        rows.Write((*f.values)(k));
       else
-        out.Write("Ineffective bootstrap sample");
-    }
+        rows.Write("Ineffective bootstrap sample");
+    });
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include "bootstrap/column_file.h"
 #include "run/run_context.h"
+#include "text/side_by_side_rows.h"
 #include "text/text_file.h"
 
 namespace korvan {
@@ -69,13 +70,13 @@ void BootResultFiles::WriteColumnFile(const std::string& suffix, const ColumnHea
   TextFile out(OutputName(S, suffix));
   ColumnHeadLines(out, head);
   const long offset = R.FirstBootNumber - 1;
-  for (long i = 1; i <= R.EffectiveCount; ++i) {
+  WriteRowsSideBySide(out, 1, R.EffectiveCount, RunThreads(S.runControl.threads), [&](long i, TextFile& rows) {
     const long k = R.EffectiveList(i);
     if (withSerial)
-      out.Write(k + offset, value(k));
+      rows.Write(k + offset, value(k));
     else
-      out.Write(value(k));
-  }
+      rows.Write(value(k));
+  });
   if (!closeLine.empty()) {
     out.RawText(closeLine);
     out.NewLine();

@@ -3,6 +3,7 @@
 #include "bootstrap/cohort_values.h"
 #include "bootstrap/percentile.h"
 #include "input/data_file_writer.h"
+#include "text/side_by_side_rows.h"
 #include "text/text_file.h"
 
 namespace korvan {
@@ -74,23 +75,23 @@ void SampleRecords::WriteEffectiveBootRecordForVoragen() {
   out.Write(E);
   out.Write("Bootstrap sample size =", n);
   out.Write(n);
-  for (long i = 1; i <= E; ++i) {
+  WriteRowsSideBySide(out, 1, E, RunThreads(S.runControl.threads), [&](long i, TextFile& rows) {
     const long k = R.EffectiveList(i);
     const long serial = f > 1 ? k + f - 1 : k;
-    out.Write("Bootstrap Sample: ", serial);
-    WriteSampleList(out, R, k, n);
+    rows.Write("Bootstrap Sample: ", serial);
+    WriteSampleList(rows, R, k, n);
     if (general) {
-      out.Write("Mean =", R.GeneralMean(k));
-      out.Print(R.GeneralMean(k));
-      out.Write("Sample SE =", R.GeneralSE(k));
-      out.Print(R.GeneralSE(k));
+      rows.Write("Mean =", R.GeneralMean(k));
+      rows.Print(R.GeneralMean(k));
+      rows.Write("Sample SE =", R.GeneralSE(k));
+      rows.Print(R.GeneralSE(k));
     } else {
-      out.Write("Net reproductive rate ", serial);
-      out.Print(R.BootR0(k));
-      out.Write("Finite rate ", serial);
-      out.Print(R.BootLambda(k));
+      rows.Write("Net reproductive rate ", serial);
+      rows.Print(R.BootR0(k));
+      rows.Write("Finite rate ", serial);
+      rows.Print(R.BootLambda(k));
     }
-  }
+  });
   if (general) {
     const std::pair<const char*, double> pairs[8] = {
         {"Bootstrap mean", R.General.mean},         {"Bootstrap variance", R.General.variance},
@@ -122,22 +123,22 @@ void SampleRecords::WriteAllBootstrapSamples() {
   out.Write(B);
   out.Write("Bootstrap sample size =", n);
   out.Write(n);
-  for (long k = 1; k <= B; ++k) {
+  WriteRowsSideBySide(out, 1, B, RunThreads(S.runControl.threads), [&](long k, TextFile& rows) {
     const long serial = f > 1 ? k + f - 1 : k;
-    out.Write("Bootstrap Sample: ", serial);
-    WriteSampleList(out, R, k, n);
+    rows.Write("Bootstrap Sample: ", serial);
+    WriteSampleList(rows, R, k, n);
     if (R.BootEffectLabel(k) != kLabelIneffective) {
-      out.Write("Net reproductive rate for bootstrap sample no. ", serial, " (effective)");
-      out.Print(R.BootR0(k));
-      out.Write("Finite rate for bootstrap sample no. ", serial, " (effective)");
-      out.Print(R.BootLambda(k));
+      rows.Write("Net reproductive rate for bootstrap sample no. ", serial, " (effective)");
+      rows.Print(R.BootR0(k));
+      rows.Write("Finite rate for bootstrap sample no. ", serial, " (effective)");
+      rows.Print(R.BootLambda(k));
     } else {
-      out.Write("Net reproductive rate for bootstrap sample no.", serial);
-      out.Print(0);
-      out.Write("Finite rate for bootstrap sample no.", serial, " ***(ineffective)***");
-      out.Print(-1);
+      rows.Write("Net reproductive rate for bootstrap sample no.", serial);
+      rows.Print(0);
+      rows.Write("Finite rate for bootstrap sample no.", serial, " ***(ineffective)***");
+      rows.Print(-1);
     }
-  }
+  });
   WriteSummary(out);
   if (R.SameBootstrap != "Yes") R.RecordFilePath = path;
 }

@@ -1,6 +1,7 @@
 // The pre-oviposition periods: APOP counted from the female's emergence, TPOP from birth.
 #include <string>
 
+#include "engine/female_days.h"
 #include "engine/stage_statistics.h"
 #include "engine/table_text.h"
 #include "store/rules.h"
@@ -64,15 +65,12 @@ void StageStatsEngine::APOPandTPOPforBoot() {
   long reproductive = 0;
   for (long i = 1; i <= c.CohortSize; ++i) {
     if (!IsText(c.IndividualSex(i), 'F')) continue;
-    const long adult = CInt(c.StageDuration(i, m()));
-    double total = 0;
-    long first = 0;
-    for (long t = 1; t <= adult; ++t) {
-      const double f = c.Fecundity(i, t);
-      if (f < 0) break;
-      total += f;
-      if (f > 0 && first == 0) first = t;
-    }
+    FemaleDaySums own;
+    FemaleDaySums* known = KeptDaySums(W.cohort, static_cast<int>(i));
+    FemaleDaySums& walk = known ? *known : own;
+    if (!walk.firstKnown) WalkFirstDay(c, static_cast<int>(i), m(), walk);
+    const double total = walk.lifeEggs;
+    const long first = walk.first;
     w.TotalFecundity(i) = total;
     if (total == 0) continue;
     ++reproductive;

@@ -142,24 +142,51 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
       }
     }
   }
+  // The individuals of each type, in their order, found once instead of once per stage.
+  static thread_local int members[kMaxType + 1][kMaxIndividual + 1];
+  static thread_local int memberCount[kMaxType + 1];
+  const bool listed = N <= kMaxIndividual && T <= kMaxType;
+  if (listed) {
+    for (int t = 1; t <= T; ++t) {
+      const std::string& code = S.header.TypeCode(t);
+      memberCount[t] = 0;
+      for (int i = 1; i <= N; ++i)
+        if (SameText(C.IndividualSex(i), code)) members[t][memberCount[t]++] = i;
+    }
+  }
   for (int t = 1; t <= T; ++t) {
     const std::string& code = S.header.TypeCode(t);
-    for (int j = 1; j <= m; ++j) {
-      int count = 0;
-      double s = 0, q = 0;
-      for (int i = 1; i <= N; ++i) {
-        if (!SameText(C.IndividualSex(i), code)) continue;
+    // Each stage's sums run over the individuals in their order; the individuals are taken
+    // one after the other and feed all their stages at once.
+    int stageCount[kMaxStage + 1] = {};
+    double stageSum[kMaxStage + 1] = {}, stageSquares[kMaxStage + 1] = {};
+    const int stages = m < kMaxStage ? m : static_cast<int>(kMaxStage);
+    auto add = [&](int i) {
+      for (int j = 1; j <= stages; ++j) {
         double v = 0;
         if (formed) {
-          if (positiveTo[i] < j) continue;
+          if (positiveTo[i] < j) break;
           v = runningSum[i][j];
-        } else if (!PositiveDurationSum(C, i, cumulative ? 1 : j, j, v)) {
+        } else if (!cumulative) {
+          v = C.StageDuration(i, j);
+          if (v <= 0) continue;
+        } else if (!PositiveDurationSum(C, i, 1, j, v)) {
           continue;
         }
-        AddDuration(v, tu, s, q);
-        ++count;
+        AddDuration(v, tu, stageSum[j], stageSquares[j]);
+        ++stageCount[j];
         if (cumulative && j == m - 1) L.PreadultTime(i) = TimeUnitToDays(v, tu);
       }
+    };
+    if (listed) {
+      for (int k = 0; k < memberCount[t]; ++k) add(members[t][k]);
+    } else {
+      for (int i = 1; i <= N; ++i)
+        if (SameText(C.IndividualSex(i), code)) add(i);
+    }
+    for (int j = 1; j <= m; ++j) {
+      const int count = stageCount[j];
+      const double s = stageSum[j], q = stageSquares[j];
       counts(t, j) = count;
       ApplyStatistics(s, q, count, means(t, j), variances(t, j), sds(t, j));
       if (boot > 0) {

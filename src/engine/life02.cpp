@@ -2,6 +2,7 @@
 // statistics of female fecundity.
 #include <cstdio>
 
+#include "engine/female_days.h"
 #include "engine/life_table_engine.h"
 #include "text/short_text.h"
 #include "engine/stats_fields.h"
@@ -81,18 +82,12 @@ void LifeTableEngine::Life02Gosub660() {
   double s = 0, q = 0;
   for (int i = 1; i <= N; ++i) {
     if (!IsText(C.IndividualSex(i), 'F')) continue;
-    const double d = C.StageDuration(i, m);
-    double total = 0, adult = 0;
-    bool laid = false;
-    for (long x = 1; x <= d + 1; ++x) {
-      const double e = C.Fecundity(i, x);
-      if (e < 0) break;
-      total += e;
-      if (x <= d) {
-        adult += e;
-        if (e > 0) laid = true;
-      }
-    }
+    FemaleDaySums own;
+    FemaleDaySums* known = KeptDaySums(W.cohort, i);
+    FemaleDaySums& walk = known ? *known : own;
+    if (!walk.lifeKnown) WalkLifeList(C, i, m, walk);
+    const double total = walk.total, adult = walk.adult;
+    const bool laid = walk.laid;
     if (kept) {
       adultTotal[i] = adult;
       laidEggs[i] = laid;

@@ -164,13 +164,35 @@ struct CountingSink {
   std::uint16_t stay[kMaxAge + 1][kRows];
   std::uint16_t move[kMaxAge + 1][kRows];
   std::uint16_t maleMove[kMaxAge + 1];
+  // Runs of days in a row: +1 at the first age of a run, -1 past its last; summed up by
+  // AddRuns into n(x,row) and the stays.
+  std::int16_t runEdge[kMaxAge + 2][kRows];
   void Clear(int lastAge) {
     for (int a = 0; a < lastAge && a <= kMaxAge; ++a) {
       for (int k = 0; k < kRows; ++k) stay[a][k] = move[a][k] = 0;
       maleMove[a] = 0;
     }
+    for (int a = 0; a <= lastAge + 1 && a <= kMaxAge + 1; ++a)
+      for (int k = 0; k < kRows; ++k) runEdge[a][k] = 0;
   }
   void Stay(int x, int k) { ++stay[x - 1][k]; }
+  // Stays in row k at ages x..x+days-1, each counted in n(., k) too.
+  void StayRun(int x, int days, int k) {
+    runEdge[x][k] += 1;
+    runEdge[x + days][k] -= 1;
+  }
+  // The runs into n (whole counts: their order of addition does not matter) and the stays.
+  void AddRuns(AgeStageTables& T, int m, int lastAge) {
+    for (int k = 1; k <= m + 1 && k < kRows; ++k) {
+      int inRun = 0;
+      for (int x = 1; x <= lastAge; ++x) {
+        inRun += runEdge[x][k];
+        if (inRun == 0) continue;
+        T.Nxj(x, k) += inRun;
+        stay[x - 1][k] = static_cast<std::uint16_t>(stay[x - 1][k] + inRun);
+      }
+    }
+  }
   void Move(int x, int cell, int from) {
     if (cell == from)
       ++move[x - 1][cell];
@@ -266,10 +288,7 @@ void LifeTableEngine::Life03Gosub120() {
           const int run = static_cast<int>(std::fabs(left));
           const int days = run < T.LastAge - x + 1 ? run : T.LastAge - x + 1;
           const int row = adult ? (female ? m : m + 1) : k;
-          for (int d = 0; d < days; ++d) {
-            T.Nxj(x + d, row) += 1;
-            sink.Stay(x + d, row);
-          }
+          sink.StayRun(x, days, row);
           if (x + days - 1 == T.LastAge) lastWalked = i;
           x += days;
           v.left = left > 0 ? left - days : left + days;
@@ -285,6 +304,7 @@ void LifeTableEngine::Life03Gosub120() {
       }
       PutWalker(L, i, m, v);
     }
+    sink.AddRuns(T, m, T.LastAge);
     sink.AddTo(T, m, T.LastAge);
     if (T.LastAge >= 1) {
       L.WalkAge = T.LastAge;
@@ -347,6 +367,20 @@ void LifeTableEngine::Life03Gosub1050() {
     // A whole number of preadult days: the ages up to P are passed over at once, and a - P
     // is whole already.
     const bool whole = P >= 0 && P < 1e9 && P == std::floor(P);
+    if (whole && C.MaxLongevity > P && C.MaxLongevity - P <= kMaxAge && C.MaxLongevity <= kMaxAge + 1) {
+      // Her days and the ages they fall on are all within the tables: the rows are walked
+      // directly (a day without eggs adds a zero, which changes no sum).
+      const long from = static_cast<long>(P);
+      const double* eggs = &C.Fecundity(i, 1);
+      double* fx = &T.Fxj(from, m);
+      const long stride = &T.Fxj(1, m) - &T.Fxj(0, m);
+      for (long day = 1; day <= C.MaxLongevity - from; ++day, fx += stride) {
+        const double e = eggs[day - 1];
+        if (e < 0) break;
+        if (e != 0) *fx += e;
+      }
+      continue;
+    }
     for (int a = whole ? static_cast<int>(P) + 1 : 1; a <= C.MaxLongevity; ++a) {
       if (!whole && a <= P) continue;
       const long day = whole ? a - static_cast<long>(P) : static_cast<long>(CIntValue(a - P));

@@ -1,6 +1,8 @@
 // Life04: survival p(x,j), mortality q(x,j) and its distribution, l(x), median and specific
 // survival ages, stage totals, the bootstrap sums of l(x) and the stage rates. In a Basic Run
 // it goes on to the figure files, the tables of the main output and life expectancy.
+#include <cmath>
+#include <cstdint>
 #include <string>
 
 #include "engine/life_table_engine.h"
@@ -60,6 +62,10 @@ void LifeTableEngine::Life04Gosub0290() {
   for (int x = 0; x <= last; ++x) {
     T.NAge(x) = 0;
     L.OneMinusLx(x) = 0;
+    // n(x) = CInt(n(x) + n(x,j)) stage by stage; with whole counts of moderate size every
+    // rounding is exact and the sum stands for them.
+    double counted = 0;
+    bool whole = true;
     for (int j = 1; j <= m + 1; ++j) {
       const double s = T.Sxj(x, j);
       if (!(s > 0)) continue;
@@ -75,7 +81,15 @@ void LifeTableEngine::Life04Gosub0290() {
       T.Qxj(x, j) = q;
       T.Mxj(x, j) = q * s;
       L.StageDeathProb(j) += q * s;
-      T.NAge(x) = CInt(T.NAge(x) + T.Nxj(x, j));
+      const double n = T.Nxj(x, j);
+      whole = whole && std::fabs(n) < 1e8 && n == static_cast<double>(static_cast<std::int32_t>(n));
+      counted += n;
+    }
+    if (whole) {
+      T.NAge(x) = static_cast<std::int32_t>(counted);
+    } else {
+      for (int j = 1; j <= m + 1; ++j)
+        if (T.Sxj(x, j) > 0) T.NAge(x) = CInt(T.NAge(x) + T.Nxj(x, j));
     }
     T.Lx(x) = static_cast<double>(T.NAge(x)) / N;
     if (x == S.settings.SpecificAge) {
@@ -115,7 +129,8 @@ void LifeTableEngine::Life04Gosub0290() {
     int deaths = 0;
     for (int j = 1; j <= m + 1; ++j) {
       share += T.Mxj(x, j);
-      deaths = CInt(deaths + N * T.Mxj(x, j));
+      const double dying = N * T.Mxj(x, j);
+      if (dying != 0) deaths = CInt(deaths + dying);  // a whole number plus zero stands as it is
     }
     L.AgeDeathProb(x) = share;
     L.AgeDeaths(x) = deaths;

@@ -179,6 +179,26 @@ double EulerLotkaSum(const Vec<double, 0, kMaxAge>& lx, const Vec<double, 0, kMa
   return sum;
 }
 
+bool SureEulerLotkaResidual(const Vec<double, 0, kMaxAge>& lx, const Vec<double, 0, kMaxAge>& mx, int lastAge,
+                            double r, double timeUnit, bool ageFromZero, double precision, double& residual) {
+  // exp(-r a) as the a-th power of exp(-r): a few units in the last place for each age,
+  // some 1e-12 of the sum of the terms at most; the margin is a hundred times that.
+  const double step = ConvertExponent(-r, timeUnit);
+  if (!(std::fabs(step) * (lastAge + 1) < 600)) return false;
+  const double q = std::exp(step);
+  double e = ageFromZero ? 1.0 : q;
+  double sum = 0, size = 0;
+  for (int x = 0; x <= lastAge; ++x, e *= q) {
+    const double term = lx(x) * mx(x) * e;
+    sum += term;
+    size += std::fabs(term);
+  }
+  residual = sum - 1.0;
+  const double margin = 1e-10 * size;
+  return std::isfinite(residual) && std::isfinite(size) && std::fabs(residual) >= precision + margin &&
+         std::fabs(residual) > margin;
+}
+
 double ParameterEngine::FillEulerTerms(double r) {
   return EulerLotkaSum(W.tables.Lx, W.params.Mx, W.tables.LastAge, r, S.settings.TimeUnit,
                        S.options.AgeConvention == "x", &W.params.EulerTerm);
@@ -194,8 +214,21 @@ void ParameterEngine::Life05Gosub0120() {
 
 double ParameterEngine::BisectR(double low, double high, double precision) {
   auto& p = W.params;
+  // A step whose residual is surely not below the precision only needs the residual's sign:
+  // the quick sum gives it. The two ends (their signs steer every step), the step that ends
+  // the search and the last step allowed take the full sum, which leaves its terms and
+  // residual as they always were.
+  int calls = 0;
+  const bool ageFromZero = S.options.AgeConvention == "x";
   const Bisection b = Bisect(low, high, precision, p.IterationCount, [&](double r) {
     p.TrialR = r;
+    double quick = 0;
+    if (++calls > 2 && p.IterationCount + 1 < kMaxBisections &&
+        SureEulerLotkaResidual(W.tables.Lx, W.params.Mx, W.tables.LastAge, r, S.settings.TimeUnit, ageFromZero,
+                               precision, quick)) {
+      p.Residual = quick;
+      return quick;
+    }
     Life05Gosub0120();
     return p.Residual;
   });

@@ -172,6 +172,10 @@ void StableAgeAndReproductiveValue(const Vec<double, 0, kMaxAge>& raw, const Vec
 
 double EulerLotkaSum(const Vec<double, 0, kMaxAge>& lx, const Vec<double, 0, kMaxAge>& mx, int lastAge, double r,
                      double timeUnit, bool ageFromZero, Vec<double, 0, kMaxAge>* terms = nullptr);
+// A quick Euler-Lotka residual (the sum less 1) for a step of the bisection: true when it
+// surely has the sign of the full residual and is, like it, not below precision in size.
+bool SureEulerLotkaResidual(const Vec<double, 0, kMaxAge>& lx, const Vec<double, 0, kMaxAge>& mx, int lastAge,
+                            double r, double timeUnit, bool ageFromZero, double precision, double& residual);
 // The time rule on the exponent of the Euler-Lotka terms: four fractional time units divide.
 double ConvertExponent(double product, double timeUnit);
 // The full form with its own branch for 0.5 (reproductive values, figure ages).

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "engine/female_days.h"
 #include "store/rules.h"
 #include "text/numbers.h"
 #include "text/short_text.h"
@@ -108,16 +109,15 @@ void StageStatsEngine::CountOvipositionDays() {
   w.ReproductiveFemaleCount = 0;
   for (long i = 1; i <= c.CohortSize; ++i) {
     if (!IsText(c.IndividualSex(i), 'F')) continue;
-    long units = 0;
-    const long adult = CInt(c.StageDuration(i, m()));
-    for (long t = 1; t <= adult; ++t) {
-      const double f = c.Fecundity(i, t);
-      if (f < 0) break;
-      if (f != 0) {
-        ++units;
-        eggs += f;
-      }
-    }
+    // Her eggs go into the running sum one by one, or at once when every partial sum is a
+    // whole number either way.
+    FemaleDaySums own;
+    FemaleDaySums* known = KeptDaySums(W.cohort, static_cast<int>(i));
+    if (known && known->oviKnown && known->wholeEggs && WholeAndModerate(eggs))
+      eggs += known->eggs;
+    else
+      WalkOviDays(c, static_cast<int>(i), m(), eggs, known ? *known : own);
+    const long units = known ? known->units : own.units;
     w.OviUnits(i) = units;
     // Only three time units count as fractions here; 0.2 is a plain factor.
     double days;
@@ -174,12 +174,21 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
     w.MxMean(x) = w.MxSD(x) = w.MxSE(x) = 0;
     w.FxMean(x) = w.FxSD(x) = w.FxSE(x) = 0;
   }
+  // The living by age: each individual is alive from age 0 to its last age; the counts of
+  // the ages are added once all lives are known (whole numbers: the same sums).
+  static thread_local int endsAt[kMaxAge + 2];
+  long oldest = -1;
   for (long i = 1; i <= c.CohortSize; ++i) {
     const double steps = FormLongevity(i);
     const bool female = IsText(c.IndividualSex(i), 'F');
     if (!female && !wholeCohort) continue;
     const long lastAlive = CInt(w.Longevity(i) / tu - 1);
-    for (long x = 0; x <= lastAlive; ++x) w.AliveAtAge(x) += 1;
+    if (lastAlive > kMaxAge) {
+      for (long x = 0; x <= lastAlive; ++x) w.AliveAtAge(x) += 1;  // beyond the ages: the bound ends the run
+    } else if (lastAlive >= 0) {
+      for (; oldest < lastAlive; ++oldest) endsAt[oldest + 1] = 0;
+      endsAt[lastAlive] += 1;
+    }
     if (!female) continue;
 
     if (wholeCohort)
@@ -211,6 +220,10 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
     w.PostOviSteps(i) = steps - static_cast<double>(last) - 1;
     w.FirstOviAge(i) = TimeUnitToDays(static_cast<double>(first), tu);
     w.LastOviAge(i) = TimeUnitToDays(static_cast<double>(last), tu);
+  }
+  for (long x = oldest, alive = 0; x >= 0; --x) {
+    alive += endsAt[x];
+    w.AliveAtAge(x) += static_cast<double>(alive);
   }
   for (long x = 0; x <= lastAge; ++x) {
     if (w.EggsAtAge(x) <= 0) continue;

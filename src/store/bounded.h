@@ -44,7 +44,10 @@ class Storage<T, true> {
   explicit Storage(std::size_t n) : n_(n) { Allocate(); }
   Storage(const Storage& other) : n_(other.n_) {
     Allocate();
-    std::memcpy(p_, other.p_, Bytes());
+    if (Bytes() >= kMapFrom)
+      CopyIntoZeroPages(p_, other.p_, Bytes());
+    else
+      std::memcpy(p_, other.p_, Bytes());
   }
   Storage& operator=(const Storage& other) {
     // Arrays of one type have one size.

@@ -8,6 +8,7 @@
 // Arrays keep the fixed bounds of the system and are allocated once; every index is checked.
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "store/bootstrap_store.h"
 #include "store/bounded.h"
@@ -168,8 +169,27 @@ struct RunControl {
 // ---------------------------------------------------------------------------------------
 // What one pass of the engine overwrites
 
+// What the walks along one female's days of eggs find; they depend on her rows alone.
+struct FemaleDaySums {
+  bool lifeKnown = false;  // her whole list (days 1..d+1): all eggs, those of days 1..d, laid on one
+  double total = 0, adult = 0;
+  bool laid = false;
+  bool oviKnown = false;  // days 1..CInt(d): days with eggs, their eggs (whole numbers only: wholeEggs)
+  long units = 0;
+  double eggs = 0;
+  bool wholeEggs = false;
+  bool firstKnown = false;  // days 1..CInt(d): all eggs and the first day with some
+  double lifeEggs = 0;
+  long first = 0;
+};
+
 struct Cohort {
   int CohortSize = 0;
+  // The individual of the bootstrap pool whose rows stand whole at each place of a sample, 0
+  // elsewhere; the walks of her days keep what they found under it (DaySums, by individual of
+  // the pool, made on the first use in a worker's workspace).
+  IndIntVec RowSource{"RowSource"};
+  std::vector<FemaleDaySums> DaySums;
   IndIntVec IndividualNo{"IndividualNo"};
   IndStrVec IndividualSex{"IndividualSex"};
   Mat<double, kMaxIndividual, kMaxStage> StageDuration{"StageDuration"};

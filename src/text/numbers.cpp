@@ -51,6 +51,58 @@ double RoundDisplay(double v, int decimals) {
   return static_cast<double>(CInt(v * scale)) / scale;
 }
 
+namespace {
+
+// The %.15G form of a normal v whose shortest round-trip digits are 15 or fewer, into buf;
+// 0 when they are more. Two decimals of 15 digits lie further apart than two neighbouring
+// doubles, so the shortest digits are then the rounding to 15 digits as well (trailing zeros
+// dropped), and only the layout is left to do; the shortest digits come much faster.
+std::size_t ShortFormOf(double v, char* buf) {
+  char sci[kNumberTextSize];
+  const auto res = std::to_chars(sci, sci + sizeof sci, v, std::chars_format::scientific);
+  if (res.ec != std::errc()) return 0;
+  const char* p = sci;
+  const bool negative = *p == '-';
+  if (negative) ++p;
+  char digits[24];
+  int count = 0;
+  for (; p < res.ptr && *p != 'e'; ++p)
+    if (*p != '.') {
+      if (count == 15) return 0;
+      digits[count++] = *p;
+    }
+  int exponent = 0;
+  std::from_chars(p + 1 + (p[1] == '+'), res.ptr, exponent);
+  std::size_t n = 0;
+  if (negative) buf[n++] = '-';
+  if (exponent < -4 || exponent >= 15) {
+    buf[n++] = digits[0];
+    if (count > 1) {
+      buf[n++] = '.';
+      for (int k = 1; k < count; ++k) buf[n++] = digits[k];
+    }
+    buf[n++] = 'E';
+    buf[n++] = exponent < 0 ? '-' : '+';
+    const int e = exponent < 0 ? -exponent : exponent;
+    if (e < 10) buf[n++] = '0';
+    n = static_cast<std::size_t>(std::to_chars(buf + n, buf + kNumberTextSize, e).ptr - buf);
+  } else if (exponent >= 0) {
+    for (int k = 0; k <= exponent; ++k) buf[n++] = k < count ? digits[k] : '0';
+    if (count > exponent + 1) {
+      buf[n++] = '.';
+      for (int k = exponent + 1; k < count; ++k) buf[n++] = digits[k];
+    }
+  } else {
+    buf[n++] = '0';
+    buf[n++] = '.';
+    for (int k = -1; k > exponent; --k) buf[n++] = '0';
+    for (int k = 0; k < count; ++k) buf[n++] = digits[k];
+  }
+  return n;
+}
+
+}  // namespace
+
 // The %.15G form of the C library, built by std::to_chars in its "general" form with 15
 // digits (the same rule: exponent form when the exponent is below -4 or at least 15, trailing
 // zeros dropped, at least two exponent digits) and written in capitals: E, INF, NAN.
@@ -62,6 +114,10 @@ std::size_t FormatFullPrecision(double v, char* buf) {
   // A whole number below 10^15 has at most 15 digits: the form is the integer itself.
   if (std::fabs(v) < 1e15 && v == std::trunc(v))
     return static_cast<std::size_t>(std::to_chars(buf, buf + kNumberTextSize, static_cast<long long>(v)).ptr - buf);
+  if (std::isnormal(v)) {  // a subnormal has fewer bits than 15 digits need
+    const std::size_t n = ShortFormOf(v, buf);
+    if (n > 0) return n;
+  }
   const auto res = std::to_chars(buf, buf + kNumberTextSize, v, std::chars_format::general, 15);
   if (res.ec != std::errc()) {  // cannot happen for 15 digits; the C library as the fallback
     const int n = std::snprintf(buf, kNumberTextSize, "%.15G", v);

@@ -77,12 +77,16 @@ void TextFile::CloseKeepingFault() noexcept {
 }
 
 TextFile::TextFile(TextFile&& o) noexcept
-    : f_(std::exchange(o.f_, nullptr)), path_(std::move(o.path_)), column_(o.column_) {}
+    : f_(std::exchange(o.f_, nullptr)),
+      memory_(std::exchange(o.memory_, nullptr)),
+      path_(std::move(o.path_)),
+      column_(o.column_) {}
 
 TextFile& TextFile::operator=(TextFile&& o) noexcept {
   if (this != &o) {
     CloseKeepingFault();
     f_ = std::exchange(o.f_, nullptr);
+    memory_ = std::exchange(o.memory_, nullptr);
     path_ = std::move(o.path_);
     column_ = o.column_;
   }
@@ -94,6 +98,7 @@ void TextFile::Open(const std::string& path, Mode mode) {
   ThrowPendingWriteFault();
   path_ = path;
   column_ = 1;
+  memory_ = nullptr;
   f_ = std::fopen(path.c_str(), mode == Mode::Append ? "ab" : "wb");
   if (!f_) Fail(errno);
   std::lock_guard<std::mutex> lock(pendingMutex);
@@ -141,10 +146,15 @@ void TextFile::Fail(int error) {
 }
 
 void TextFile::RawText(std::string_view s) {
-  if (!f_ || s.empty()) return;
-  // A file is written by one thread at a time (the bootstrap's workers write none): the
-  // stream's lock is not needed.
-  if (fwrite_unlocked(s.data(), 1, s.size(), f_) != s.size()) Fail(errno);
+  if (s.empty()) return;
+  if (memory_) {
+    memory_->append(s);
+  } else {
+    if (!f_) return;
+    // A file is written by one thread at a time (the bootstrap's workers write none): the
+    // stream's lock is not needed.
+    if (fwrite_unlocked(s.data(), 1, s.size(), f_) != s.size()) Fail(errno);
+  }
   const std::size_t lastNewLine = s.rfind('\n');
   if (lastNewLine == std::string_view::npos)
     column_ += static_cast<int>(s.size());

@@ -35,6 +35,9 @@ class TextFile {
   enum class Mode { Output, Append };
   TextFile() = default;
   explicit TextFile(const std::string& path, Mode mode = Mode::Output) { Open(path, mode); }
+  // A file in memory: what is written is appended to *text (a stretch of rows formatted apart
+  // from its file, to be written there whole).
+  explicit TextFile(std::string* text) : memory_(text) {}
   ~TextFile();
   TextFile(const TextFile&) = delete;
   TextFile& operator=(const TextFile&) = delete;
@@ -114,6 +117,7 @@ class TextFile {
   [[noreturn]] void Fail(int error);
 
   std::FILE* f_ = nullptr;
+  std::string* memory_ = nullptr;
   std::string path_;
   int column_ = 1;
 };

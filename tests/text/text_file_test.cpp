@@ -4,6 +4,7 @@
 
 #include "store/faults.h"
 #include "support/test_support.h"
+#include "text/side_by_side_rows.h"
 #include "text/text_file.h"
 
 namespace korvan {
@@ -110,6 +111,41 @@ TEST(TextFile, OpenAppendCloseAndFailure) {
   b.Print(Tab{6}, "d");
   b.Close();
   EXPECT_EQ(ReadFile(dir.file("m.txt")), "abc  d\n");
+}
+
+// Rows formatted side by side give the bytes of a plain loop, whatever the number of threads
+// (stretch edges, lines of several rows, print zones, rows left out), and the file's column
+// goes on from them; a row that throws ends the writing with its fault.
+TEST(TextFile, RowsSideBySideAreThoseOfOneLoop) {
+  TempDir dir;
+  const long last = 3 * kRowsPerStretch + 17;
+  auto row = [](long i, TextFile& out) {
+    if (i % 7 == 3) return;
+    out.Print(i, Zone{}, 1.0 / static_cast<double>(i));
+    if (i % 5 == 0) out.Write("five", i * 0.25);
+  };
+  {
+    TextFile plain(dir.file("plain.txt"));
+    for (long i = 1; i <= last; ++i) row(i, plain);
+    plain.PrintPart("end");
+  }
+  for (int threads : {1, 2, 4}) {
+    const std::string path = dir.file("rows" + std::to_string(threads) + ".txt");
+    {
+      TextFile out(path);
+      WriteRowsSideBySide(out, 1, last, threads, row);
+      out.PrintPart("end");
+      EXPECT_EQ(out.Column(), 4);
+    }
+    EXPECT_EQ(ReadFile(path), ReadFile(dir.file("plain.txt"))) << threads;
+  }
+  TextFile out(dir.file("fault.txt"));
+  EXPECT_THROW(WriteRowsSideBySide(out, 1, last, 2,
+                                   [](long i, TextFile& rows) {
+                                     if (i == 2 * kRowsPerStretch + 5) throw OverflowFault();
+                                     rows.Write(i);
+                                   }),
+               OverflowFault);
 }
 
 }  // namespace
