@@ -127,6 +127,7 @@ class MatchWorker {
       const int i = imm[k - 1];
       const std::string& sex = I.ImmatureSex(i);
       C.IndividualNo(k) = k;
+      C.RowSource(k) = 0;  // her rows are built here, not a pool individual's whole rows
       if (C.IndividualSex(k) != sex) C.IndividualSex(k) = sex;
       for (int j = 1; j <= m; ++j) C.StageDuration(k, j) = 0;
       for (int j = 1; j < m; ++j) {
