@@ -70,6 +70,9 @@ class MatchWorker {
   MatchWorker(Session& S, PromptService& P, Workspace& ws, const MatchTables& t)
       : S_(S), P_(P), M_(S.match), ws_(ws), t_(t) {}
 
+  // Position k of the last table built is a female that died in winter: her list is "-1" alone.
+  std::vector<char> diedInWinter = std::vector<char>(kMaxIndividual + 1, 0);
+
   // Draws the immature individuals of match b and their adults into the record; returns
   // whether the match is effective.
   bool Draw(long b) {
@@ -215,10 +218,6 @@ class MatchWorker {
   Workspace& ws_;
   const MatchTables& t_;
   SampleGenerator draw_, winter_;
-
- public:
-  // Position k of the last table built is a female that died in winter: her list is "-1" alone.
-  std::vector<char> diedInWinter = std::vector<char>(kMaxIndividual + 1, 0);
 };
 
 // The first matches leave their age-stage matrices n(x,j), s(x,j) and f(x,j) in files.
@@ -226,7 +225,7 @@ constexpr long kMatricesWritten = 10;
 
 void WriteMatchMatrices(const Session& S, long b, const Workspace& ws) {
   const std::string match = "_2D_Match " + std::to_string(b) + "-";
-  const int last = std::clamp(ws.tables.LastAge + 1, 0, static_cast<int>(kMaxAge) - 1);
+  const int last = ws.tables.LastAge;  // the rows of the Basic Run's figures
   WriteStageFigure(S, match + "Nxj.txt", "Age-stage number n(x,j) of the matched table", ws.tables.Nxj, last);
   WriteStageFigure(S, match + "Sxj.txt", "Age-stage survival rate s(x,j) of the matched table", ws.tables.Sxj, last);
   WriteStageFigure(S, match + "Fxj.txt", "Age-stage fecundity f(x,j) of the matched table", ws.tables.Fxj, last);
@@ -485,14 +484,12 @@ void MatchedLifeTables::RunMatchLoop(bool fromRecord) {
     }
   };
   const auto begin = std::chrono::steady_clock::now();
-  std::atomic<int> running{threads};
+  // The teaching demo shows each match's chart from this thread, one match after the other.
+  if (teaching) work(0);
+  const int spawned = teaching ? 0 : threads;
+  std::atomic<int> running{spawned};
   std::vector<std::thread> pool;
-  if (teaching) {
-    // Each match's chart is shown from this thread, one match after the other.
-    work(0);
-    running.store(0);
-  }
-  for (int w = 0; w < threads && !teaching; ++w)
+  for (int w = 0; w < spawned; ++w)
     pool.emplace_back([&, w] {
       work(w);
       running.fetch_sub(1);
@@ -575,15 +572,8 @@ void MatchedLifeTables::RunFirstTimeRunRandomMatch() {
   M.SameMatch = "No";
   AskMatchKind(P, M);
   RefuseImpossibleRun();
-  P.Status("lblMatchMsg", "I am running bootstrap match. (B=" + FullPrecision(M.MatchB) + ").\nPlease wait!\nDon't touch me!");
-  M.Seed = S.runControl.hasSeed ? S.runControl.seed : SeedFromClock();
   AllocateMatches(static_cast<long>(M.MatchB));
-  RunMatchLoop(false);
-  MatchMeans();
-  WriteMatchRecord();
-  Boot01New();
-  WriteEffectiveBootstrapInColumn();
-  P.MsgBox("Completed and congratulation!", "Task completed");
+  RunAndReport(false);
 }
 
 void MatchedLifeTables::RunSameBootstrapRandomMatch() {
@@ -597,9 +587,14 @@ void MatchedLifeTables::RunSameBootstrapRandomMatch() {
   M.OnlyEffectiveMatch = "No";  // the record tells which matches are effective
   if (!ReadSameBootstrapData()) return;
   RefuseImpossibleRun();
+  RunAndReport(true);
+}
+
+void MatchedLifeTables::RunAndReport(bool fromRecord) {
+  MatchRecord& M = S.match;
   P.Status("lblMatchMsg", "I am running bootstrap match. (B=" + FullPrecision(M.MatchB) + ").\nPlease wait!\nDon't touch me!");
   M.Seed = S.runControl.hasSeed ? S.runControl.seed : SeedFromClock();
-  RunMatchLoop(true);
+  RunMatchLoop(fromRecord);
   MatchMeans();
   WriteMatchRecord();
   Boot01New();

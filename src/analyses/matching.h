@@ -65,6 +65,8 @@ class MatchedLifeTables : public Procedures {
   void RefuseImpossibleRun();
   void AllocateMatches(long B);
   void RunMatchLoop(bool fromRecord);
+  // The run of a first time or of a record's matches, its means, files and closing message.
+  void RunAndReport(bool fromRecord);
   void MatchMeans();
 };
 

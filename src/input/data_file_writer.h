@@ -38,7 +38,7 @@ struct LifeTableRecords {
   int firstStage = 1, lastStage = 0;
   bool withEggs = true;
   // Females (by row) whose list is "-1" alone, whatever their adult days: no eggs at all.
-  std::function<bool(long)> eggless;
+  std::function<bool(long)> eggless = nullptr;
 };
 
 // Line 1 of a file written by the system: "Project: " + project + a blank + version stamp.
