@@ -1,6 +1,8 @@
 #include "text/numbers.h"
 
+#include <array>
 #include <charconv>
+#include <cstdint>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -53,26 +55,9 @@ double RoundDisplay(double v, int decimals) {
 
 namespace {
 
-// The %.15G form of a normal v whose shortest round-trip digits are 15 or fewer, into buf;
-// 0 when they are more. Two decimals of 15 digits lie further apart than two neighbouring
-// doubles, so the shortest digits are then the rounding to 15 digits as well (trailing zeros
-// dropped), and only the layout is left to do; the shortest digits come much faster.
-std::size_t ShortFormOf(double v, char* buf) {
-  char sci[kNumberTextSize];
-  const auto res = std::to_chars(sci, sci + sizeof sci, v, std::chars_format::scientific);
-  if (res.ec != std::errc()) return 0;
-  const char* p = sci;
-  const bool negative = *p == '-';
-  if (negative) ++p;
-  char digits[24];
-  int count = 0;
-  for (; p < res.ptr && *p != 'e'; ++p)
-    if (*p != '.') {
-      if (count == 15) return 0;
-      digits[count++] = *p;
-    }
-  int exponent = 0;
-  std::from_chars(p + 1 + (p[1] == '+'), res.ptr, exponent);
+// The %.15G layout of the rounded digits d[0..count) (no trailing zeros) with the decimal
+// exponent of the first: the exponent form below -4 and from 15 on, the fixed form between.
+std::size_t LayoutOfDigits(bool negative, const char* digits, int count, int exponent, char* buf) {
   std::size_t n = 0;
   if (negative) buf[n++] = '-';
   if (exponent < -4 || exponent >= 15) {
@@ -101,6 +86,91 @@ std::size_t ShortFormOf(double v, char* buf) {
   return n;
 }
 
+// The %.15G form of v with 1e-13 <= |v| < 1e15 by scaling it into [1e14, 1e15) and rounding
+// to a whole number: the powers 10^0..10^27 are exact in the 64-bit significand of long
+// double, so the product carries one rounding, a relative error of at most 2^-64, under
+// 2^-13 at these sizes. Its nearest whole number is therefore the rounding of the exact
+// product wherever the fraction lies further than 2^-12 from a half; 0 otherwise (near a
+// half-way point, and for sizes out of range), left to the exact routes.
+std::size_t ScaledFormOf(double v, char* buf) {
+  static_assert(std::numeric_limits<long double>::digits >= 64, "needs the 64-bit significand");
+  static const auto powers = [] {
+    std::array<long double, 28> p{};
+    p[0] = 1;
+    for (std::size_t k = 1; k < p.size(); ++k) p[k] = p[k - 1] * 10;  // exact: 5^27 < 2^64
+    return p;
+  }();
+  const long double a = std::fabs(static_cast<long double>(v));
+  int exponent = 0;
+  std::frexp(v, &exponent);
+  int scale = 14 - static_cast<int>(std::floor((exponent - 1) * 0.30102999566398120));
+  long double x = 0;
+  for (int tries = 0;; ++tries) {
+    if (scale < 0 || scale > 27 || tries == 3) return 0;
+    x = a * powers[static_cast<std::size_t>(scale)];
+    if (x < 1e14L)
+      ++scale;
+    else if (x >= 1e15L)
+      --scale;
+    else
+      break;
+  }
+  const long double whole = std::floor(x), fraction = x - whole;
+  if (std::fabs(fraction - 0.5L) < 0x1p-12L) return 0;
+  auto rounded = static_cast<std::uint64_t>(whole) + (fraction > 0.5L ? 1 : 0);
+  int first = 14 - scale;  // the decimal exponent of the first digit
+  if (rounded == 1000000000000000ULL) {
+    rounded = 100000000000000ULL;
+    ++first;
+  }
+  char digits[24];
+  std::to_chars(digits, digits + sizeof digits, rounded);
+  int count = 15;
+  while (count > 1 && digits[count - 1] == '0') --count;
+  return LayoutOfDigits(v < 0, digits, count, first, buf);
+}
+
+// The %.15G form of a normal v from its shortest round-trip digits, into buf; 0 where they
+// cannot tell it. Two decimals of 15 digits lie further apart than two neighbouring doubles,
+// so shortest digits of 15 or fewer are the rounding to 15 digits as well (trailing zeros
+// dropped). Longer shortest digits are rounded at the 15th: a 16-digit half-way point
+// (...d5) lies between v and its shortest digits S only if it is nearer to v than S and
+// rounds to v, and then the shortest digits would be it or shorter. The rounding of S is
+// therefore that of v, except where S is itself such a half-way point: that case is left to
+// the exact route.
+std::size_t ShortFormOf(double v, char* buf) {
+  char sci[kNumberTextSize];
+  const auto res = std::to_chars(sci, sci + sizeof sci, v, std::chars_format::scientific);
+  if (res.ec != std::errc()) return 0;
+  const char* p = sci;
+  const bool negative = *p == '-';
+  if (negative) ++p;
+  char digits[24];
+  int count = 0;
+  for (; p < res.ptr && *p != 'e'; ++p)
+    if (*p != '.') digits[count++] = *p;
+  int exponent = 0;
+  std::from_chars(p + 1 + (p[1] == '+'), res.ptr, exponent);
+  if (count > 15) {
+    if (count == 16 && digits[15] == '5') return 0;
+    const bool up = digits[15] >= '5';
+    count = 15;
+    if (up) {
+      int k = 14;
+      for (; k >= 0 && digits[k] == '9'; --k) digits[k] = '0';
+      if (k >= 0) {
+        ++digits[k];
+      } else {  // 999...9 carried into a new leading digit
+        digits[0] = '1';
+        count = 1;
+        ++exponent;
+      }
+    }
+    while (count > 1 && digits[count - 1] == '0') --count;
+  }
+  return LayoutOfDigits(negative, digits, count, exponent, buf);
+}
+
 }  // namespace
 
 // The %.15G form of the C library, built by std::to_chars in its "general" form with 15
@@ -115,7 +185,8 @@ std::size_t FormatFullPrecision(double v, char* buf) {
   if (std::fabs(v) < 1e15 && v == std::trunc(v))
     return static_cast<std::size_t>(std::to_chars(buf, buf + kNumberTextSize, static_cast<long long>(v)).ptr - buf);
   if (std::isnormal(v)) {  // a subnormal has fewer bits than 15 digits need
-    const std::size_t n = ShortFormOf(v, buf);
+    std::size_t n = ScaledFormOf(v, buf);
+    if (n == 0) n = ShortFormOf(v, buf);
     if (n > 0) return n;
   }
   const auto res = std::to_chars(buf, buf + kNumberTextSize, v, std::chars_format::general, 15);

@@ -136,8 +136,16 @@ TEST(NumberText, FullPrecisionIsTheCLibraryForm) {
     } else if (i % 3 == 1) {
       v = u(gen) * std::pow(10.0, static_cast<int>(gen() % 40) - 20);
       if (i % 2) v = std::round(v * 1e6) / std::pow(10.0, static_cast<int>(gen() % 30));  // few digits
-    } else {
+    } else if (i % 6 == 2) {
       v = static_cast<double>(gen() % 100000000) / 64.0 - 500000;  // exact binary fractions
+    } else {
+      // 16 digits ending in 5, the half-way points of the 15-digit rounding, and their
+      // neighbours: the shortest digits of these cannot always tell the rounding
+      char text[48];
+      std::snprintf(text, sizeof text, "%llu5e%d", 100000000000000ULL + gen() % 900000000000000ULL,
+                    static_cast<int>(gen() % 40) - 20);
+      const double half = std::strtod(text, nullptr), step = gen() % 3 == 0 ? inf : gen() % 2 ? -inf : half;
+      v = std::nextafter(half, step);
     }
     expectSame(v);
   }
