@@ -5,6 +5,8 @@
 // written as life tables and sample records ("_K..." files).
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "run/run_context.h"
 #include "text/text_file.h"
@@ -58,9 +60,20 @@ class BootPercentiles : public Procedures {
 
  private:
   enum class Order { Quick, Selection };
-  // Loads value(b) for samples 1..m, sorts, and returns m.
-  template <class ValueOf>
-  long LoadAndSort(long m, ValueOf value);
+  // A sort made before its turn, in a sort workspace of its own: the statistic, its m, and
+  // what the sort left (positions 1..count).
+  struct Presort {
+    const SortedStatistic* statistic = nullptr;
+    long m = 0, count = 0;
+    double checkSum = 0;
+    int rangesUsed = 0;
+    std::vector<double> value;
+    std::vector<std::int32_t> index;
+  };
+  std::vector<Presort> presorts_;
+  // The sorts of the statistics are independent of each other: they run side by side, and
+  // SortStatistic takes each result in its turn.
+  void PresortSideBySide(const std::vector<std::pair<const SortedStatistic*, long>>& wanted);
   void SortLambda(Order order);
   // One statistic of the table of sorted statistics (percentile_sorts.cpp): its values of
   // samples 1..m sorted, kept in its sorted list and, where it has one, written to its "_J"

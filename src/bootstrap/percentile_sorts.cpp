@@ -1,7 +1,13 @@
 // The sorts of the bootstrap results and their "_J..." files.
+#include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstdlib>
+#include <exception>
+#include <memory>
+#include <mutex>
 #include <string>
+#include <thread>
 
 #include "bootstrap/cohort_values.h"
 #include "bootstrap/percentile.h"
@@ -73,10 +79,51 @@ const Statistic kLongevity{"SortBootLongevity",
 
 }  // namespace
 
+namespace {
+
+// Loads value(b) of the samples b = 1..m that have one into the sort workspace s and sorts
+// them (the quick sort by ranges, or the selection sort); returns how many.
+template <class ValueOf>
+long LoadAndSort(SortStore& s, const BootstrapRecord& R, long m, ValueOf value) {
+  long count = 0;
+  for (long b = 1; b <= m; ++b) {
+    double v = 0;
+    if (!value(b, v)) continue;
+    ++count;
+    s.SortInValue(count) = v;
+    s.SortInIndex(count) = static_cast<std::int32_t>(b);
+  }
+  s.SortCount = static_cast<std::int32_t>(count);
+  s.QuickRangesWanted = R.QuickRangesWanted;
+  if (R.UseQuickSort == "Yes")
+    QuickSort(s);
+  else
+    SelectionSort(s);
+  return count;
+}
+
+}  // namespace
+
 long BootPercentiles::SortStatistic(const SortedStatistic& st, long m) {
   if (st.flow) Flow(st.flow);
   BootstrapRecord& R = S.boot;
-  const long count = LoadAndSort(m, [&](long b, double& v) { return st.value(R, b, v); });
+  SortStore& s = R.sort;
+  long count = 0;
+  const auto made = std::find_if(presorts_.begin(), presorts_.end(),
+                                 [&](const Presort& p) { return p.statistic == &st && p.m == m; });
+  if (made != presorts_.end()) {
+    count = made->count;
+    s.SortValue.CheckRange(1, count);
+    std::copy(made->value.begin(), made->value.end(), s.SortValue.Data() + 1);
+    std::copy(made->index.begin(), made->index.end(), s.SortIndex.Data() + 1);
+    s.SortCount = static_cast<std::int32_t>(count);
+    s.SortCheckSum = made->checkSum;
+    s.QuickRangesUsed = made->rangesUsed;
+    s.QuickRangesWanted = R.QuickRangesWanted;
+    presorts_.erase(made);
+  } else {
+    count = LoadAndSort(s, R, m, [&](long b, double& v) { return st.value(R, b, v); });
+  }
   if (st.sorted)
     for (long i = 1; i <= count; ++i) (R.*st.sorted)(i) = R.sort.SortValue(i);
   if (st.file) {
@@ -87,24 +134,40 @@ long BootPercentiles::SortStatistic(const SortedStatistic& st, long m) {
   return count;
 }
 
-template <class ValueOf>
-long BootPercentiles::LoadAndSort(long m, ValueOf value) {
-  SortStore& s = S.boot.sort;
-  long count = 0;
-  for (long b = 1; b <= m; ++b) {
-    double v = 0;
-    if (!value(b, v)) continue;
-    ++count;
-    s.SortInValue(count) = v;
-    s.SortInIndex(count) = static_cast<std::int32_t>(b);
+void BootPercentiles::PresortSideBySide(const std::vector<std::pair<const SortedStatistic*, long>>& wanted) {
+  const BootstrapRecord& R = S.boot;
+  presorts_.assign(wanted.size(), Presort{});
+  std::atomic<std::size_t> next{0};
+  std::mutex failMutex;
+  std::exception_ptr failure;
+  auto work = [&] {
+    try {
+      auto store = std::make_unique<SortStore>();  // its lists are zero pages until touched
+      for (std::size_t k = next++; k < wanted.size(); k = next++) {
+        const SortedStatistic& st = *wanted[k].first;
+        Presort& p = presorts_[k];
+        p.statistic = &st;
+        p.m = wanted[k].second;
+        p.count = LoadAndSort(*store, R, p.m, [&](long b, double& v) { return st.value(R, b, v); });
+        p.value.assign(store->SortValue.Data() + 1, store->SortValue.Data() + 1 + p.count);
+        p.index.assign(store->SortIndex.Data() + 1, store->SortIndex.Data() + 1 + p.count);
+        p.checkSum = store->SortCheckSum;
+        p.rangesUsed = store->QuickRangesUsed;
+      }
+    } catch (...) {
+      std::lock_guard<std::mutex> lock(failMutex);
+      if (!failure) failure = std::current_exception();
+    }
+  };
+  const int threads = static_cast<int>(
+      std::min<std::size_t>(wanted.size(), static_cast<std::size_t>(RunThreads(S.runControl.threads))));
+  std::vector<std::thread> pool;
+  for (int t = 1; t < threads; ++t) pool.emplace_back(work);
+  work();
+  for (auto& t : pool) t.join();
+  if (failure) {
+    presorts_.clear();  // each sort is made again in its turn, where its fault is reported
   }
-  s.SortCount = static_cast<std::int32_t>(count);
-  s.QuickRangesWanted = S.boot.QuickRangesWanted;
-  if (S.boot.UseQuickSort == "Yes")
-    QuickSort(s);
-  else
-    SelectionSort(s);
-  return count;
 }
 
 void BootPercentiles::QuickSortBootResultsYesNo() {
@@ -407,6 +470,17 @@ void BootPercentiles::SortBootLongevity() { SortStatistic(kLongevity, S.boot.Eff
 void BootPercentiles::SortAndWritePercentileTables() {
   BootstrapRecord& R = S.boot;
   QuickSortBootResultsYesNo();
+  // Nf/N is sorted only where it varies: not in a cohort of females alone.
+  const CohortValues cohort = ReadCohortValues(S);
+  bool varies = false;
+  for (long b = 2; b <= R.EffectiveCount && !varies; ++b) varies = R.BootNf(b) != R.BootNf(1);
+  const bool femaleProportion = cohort.femaleProportion != 1 && varies;
+  const long E = R.EffectiveCount;
+  std::vector<std::pair<const SortedStatistic*, long>> wanted = {
+      {&kLambda, E}, {&kR0, R.BootB}, {&kR, E}, {&kFecundity, E}, {&kFecundityFr, E}, {&kT, E},
+      {&kLongevity, E}, {&kGRR, E}};
+  if (femaleProportion) wanted.push_back({&kFemaleProportion, E});
+  PresortSideBySide(wanted);
   SortBootstrapLambdaQuick();
   SortBootstrapNetR0();
   SortBootstrapIntrinsicRate();
@@ -426,13 +500,10 @@ void BootPercentiles::SortAndWritePercentileTables() {
   SortedBootFecundityNfr();
   if (tables) WritePercentilePair("_Kc_boot_", "_Kf_Life Table_", s.R0975Sample, "0.975 R0", "0.975 R0");
   SortBootstrapMeanGenT();
-  // Nf/N is sorted only where it varies: not in a cohort of females alone.
-  const CohortValues cohort = ReadCohortValues(S);
-  bool varies = false;
-  for (long b = 2; b <= R.EffectiveCount && !varies; ++b) varies = R.BootNf(b) != R.BootNf(1);
-  if (cohort.femaleProportion != 1 && varies) SortBootFemaleProportion();
+  if (femaleProportion) SortBootFemaleProportion();
   SortBootLongevity();
   SortBootGRR();
+  presorts_.clear();
 }
 
 }  // namespace korvan

@@ -16,19 +16,19 @@ void WriteSampleList(TextFile& out, const BootstrapRecord& R, long sample, long 
 }
 
 void WriteSampleList(TextFile& out, const BootMatList<std::int16_t, kMaxIndividual>& lists, long sample, long n) {
-  std::string line;
-  char buf[16];
+  // Lines of 20 numbers " k ," (the last of a line without its comma), each line written whole.
+  char line[20 * 10 + 2];
+  std::size_t used = 0;
   for (long p = 1; p <= n; ++p) {
-    const auto r = std::to_chars(buf, buf + sizeof buf, static_cast<int>(lists(p, sample)));
-    line += ' ';
-    line.append(buf, r.ptr);
-    line += ' ';
+    line[used++] = ' ';
+    used = static_cast<std::size_t>(std::to_chars(line + used, line + sizeof line, static_cast<int>(lists(p, sample))).ptr - line);
+    line[used++] = ' ';
     if (p % 20 == 0 || p == n) {
-      out.RawText(line);
-      out.NewLine();
-      line.clear();
+      line[used++] = '\n';
+      out.RawText(std::string_view(line, used));
+      used = 0;
     } else {
-      line += ',';
+      line[used++] = ',';
     }
   }
 }

@@ -155,11 +155,11 @@ void TextFile::RawText(std::string_view s) {
     // stream's lock is not needed.
     if (fwrite_unlocked(s.data(), 1, s.size(), f_) != s.size()) Fail(errno);
   }
-  const std::size_t lastNewLine = s.rfind('\n');
-  if (lastNewLine == std::string_view::npos)
+  const void* lastNewLine = memrchr(s.data(), '\n', s.size());
+  if (!lastNewLine)
     column_ += static_cast<int>(s.size());
   else
-    column_ = 1 + static_cast<int>(s.size() - lastNewLine - 1);
+    column_ = static_cast<int>(s.data() + s.size() - static_cast<const char*>(lastNewLine));
 }
 
 void TextFile::NewLine() { RawText("\n"); }
