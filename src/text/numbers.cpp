@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <limits>
 
@@ -86,6 +87,21 @@ std::size_t LayoutOfDigits(bool negative, const char* digits, int count, int exp
   return n;
 }
 
+// The 15 digits of a whole number below 10^15 (leading zeros included) into out.
+void FifteenDigits(std::uint64_t v, char* out) {
+  static constexpr char kPairs[] =
+      "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+      "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+      "8081828384858687888990919293949596979899";
+  for (int k = 13; k >= 1; k -= 2) {
+    const std::uint64_t pair = v % 100;
+    v /= 100;
+    out[k] = kPairs[2 * pair];
+    out[k + 1] = kPairs[2 * pair + 1];
+  }
+  out[0] = static_cast<char>('0' + v);
+}
+
 // The %.15G form of v with 1e-13 <= |v| < 1e15 by scaling it into [1e14, 1e15) and rounding
 // to a whole number: the powers 10^0..10^27 are exact in the 64-bit significand of long
 // double, so the product carries one rounding, a relative error of at most 2^-64, under
@@ -94,20 +110,22 @@ std::size_t LayoutOfDigits(bool negative, const char* digits, int count, int exp
 // half-way point, and for sizes out of range), left to the exact routes.
 std::size_t ScaledFormOf(double v, char* buf) {
   static_assert(std::numeric_limits<long double>::digits >= 64, "needs the 64-bit significand");
-  static const auto powers = [] {
+  static constexpr auto kPowers = [] {
     std::array<long double, 28> p{};
     p[0] = 1;
     for (std::size_t k = 1; k < p.size(); ++k) p[k] = p[k - 1] * 10;  // exact: 5^27 < 2^64
     return p;
   }();
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &v, sizeof bits);
+  const int binary = static_cast<int>((bits >> 52) & 0x7ff) - 1023;  // v is normal
+  // floor(binary * log10(2)), in whole numbers (exact for |binary| below 1,650)
+  int scale = 14 - ((binary * 78913) >> 18);
   const long double a = std::fabs(static_cast<long double>(v));
-  int exponent = 0;
-  std::frexp(v, &exponent);
-  int scale = 14 - static_cast<int>(std::floor((exponent - 1) * 0.30102999566398120));
   long double x = 0;
   for (int tries = 0;; ++tries) {
     if (scale < 0 || scale > 27 || tries == 3) return 0;
-    x = a * powers[static_cast<std::size_t>(scale)];
+    x = a * kPowers[static_cast<std::size_t>(scale)];
     if (x < 1e14L)
       ++scale;
     else if (x >= 1e15L)
@@ -115,16 +133,20 @@ std::size_t ScaledFormOf(double v, char* buf) {
     else
       break;
   }
-  const long double whole = std::floor(x), fraction = x - whole;
-  if (std::fabs(fraction - 0.5L) < 0x1p-12L) return 0;
-  auto rounded = static_cast<std::uint64_t>(whole) + (fraction > 0.5L ? 1 : 0);
+  // A whole number next to x: adding 2^63 leaves no fraction in the 64-bit significand (the
+  // nearest in the default rounding, one step off in another), and what is left over is exact.
+  const long double whole = (x + 0x1p63L) - 0x1p63L, left = x - whole;
+  if (std::fabs(std::fabs(left) - 0.5L) < 0x1p-12L) return 0;
+  auto rounded = static_cast<std::uint64_t>(whole);
+  if (left > 0.5L) ++rounded;
+  if (left < -0.5L) --rounded;
   int first = 14 - scale;  // the decimal exponent of the first digit
   if (rounded == 1000000000000000ULL) {
     rounded = 100000000000000ULL;
     ++first;
   }
-  char digits[24];
-  std::to_chars(digits, digits + sizeof digits, rounded);
+  char digits[16];
+  FifteenDigits(rounded, digits);
   int count = 15;
   while (count > 1 && digits[count - 1] == '0') --count;
   return LayoutOfDigits(v < 0, digits, count, first, buf);

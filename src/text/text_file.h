@@ -68,9 +68,19 @@ class TextFile {
   // Write form, ending the line.
   template <class... Items>
   void Write(const Items&... items) {
-    [[maybe_unused]] bool first = true;
-    ((WriteItem(items, first), first = false), ...);
-    NewLine();
+    if constexpr (((std::is_arithmetic_v<Items> && !std::is_same_v<Items, char>) && ...)) {
+      // A line of numbers alone (the rows of the long result files) is made whole first.
+      char line[sizeof...(Items) * (kNumberTextSize + 1) + 1];
+      std::size_t n = 0;
+      [[maybe_unused]] bool first = true;
+      ((n += NumberItem(items, first, line + n), first = false), ...);
+      line[n++] = '\n';
+      RawText(std::string_view(line, n));
+    } else {
+      [[maybe_unused]] bool first = true;
+      ((WriteItem(items, first), first = false), ...);
+      NewLine();
+    }
   }
   // Write form with the line left open: the items and a closing comma, so that the next
   // Write/WritePart continues the same list.
@@ -102,10 +112,14 @@ class TextFile {
   template <class N, std::enable_if_t<std::is_arithmetic_v<N>, int> = 0>
   void WriteItem(N v, bool first) {
     char buf[kNumberTextSize + 1];
+    RawText(std::string_view(buf, NumberItem(v, first, buf)));
+  }
+  // A number of the Write form into buf (kNumberTextSize + 1), a comma before all but the first.
+  template <class N>
+  static std::size_t NumberItem(N v, bool first, char* buf) {
     std::size_t n = 0;
     if (!first) buf[n++] = ',';
-    n += FormatFullPrecision(static_cast<double>(v), buf + n);
-    RawText(std::string_view(buf, n));
+    return n + FormatFullPrecision(static_cast<double>(v), buf + n);
   }
 
   // Closes the stream; the reason when it was not written whole, else empty.
