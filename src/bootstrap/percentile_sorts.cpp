@@ -209,14 +209,13 @@ void BootPercentiles::CountGroupsFromFirst(ValueGroups& groups, long m) { CountE
 long BootPercentiles::GroupRows(TextFile& out, const std::string& name, const ValueGroups& groups,
                                 bool skipZero) const {
   long zeros = 0;
+  if (skipZero)
+    for (long g = 1; g <= groups.Count; ++g)
+      if (groups.Value(g) == 0) zeros += groups.Members(g);
   out.Print("Group serial no.", Zone{}, name, Zone{}, "Count");
-  for (long g = 1; g <= groups.Count; ++g) {
-    if (skipZero && groups.Value(g) == 0) {
-      zeros += groups.Members(g);
-      continue;
-    }
-    out.Print(g, Zone{}, groups.Value(g), Zone{}, groups.Members(g));
-  }
+  WriteRowsSideBySide(out, 1, groups.Count, RunThreads(S.runControl.threads), [&](long g, TextFile& rows) {
+    if (!skipZero || groups.Value(g) != 0) rows.Print(g, Zone{}, groups.Value(g), Zone{}, groups.Members(g));
+  });
   return zeros;
 }
 
@@ -376,12 +375,12 @@ void BootPercentiles::WriteR0CumulativeFrequency(const ValueGroups& g, long m) {
   SortedHead(out, false);
   out.Print("Group serial no.", Zone{}, "R0", Zone{}, "Cumu. Freq.", Zone{}, "Probit");
   FormCumulativeProbits(g, m, s.R0CumulativeFrequency, s.R0Probit);
-  for (long k = 1; k <= g.Count; ++k) {
+  WriteRowsSideBySide(out, 1, g.Count, RunThreads(S.runControl.threads), [&](long k, TextFile& rows) {
     if (k == g.Count)
-      out.Print(k, Zone{}, g.Value(k), Zone{}, 1);
+      rows.Print(k, Zone{}, g.Value(k), Zone{}, 1);
     else
-      out.Print(k, Zone{}, g.Value(k), Zone{}, s.R0CumulativeFrequency(k), Zone{}, s.R0Probit(k));
-  }
+      rows.Print(k, Zone{}, g.Value(k), Zone{}, s.R0CumulativeFrequency(k), Zone{}, s.R0Probit(k));
+  });
 }
 
 void BootPercentiles::SortBootstrapIntrinsicRate() {
