@@ -159,8 +159,10 @@ void BootPercentiles::PresortSideBySide(const std::vector<std::pair<const Sorted
       if (!failure) failure = std::current_exception();
     }
   };
+  // Threads beyond the cores would only hold more sort workspaces in memory.
+  const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
   const int threads = static_cast<int>(
-      std::min<std::size_t>(wanted.size(), static_cast<std::size_t>(RunThreads(S.runControl.threads))));
+      std::min({wanted.size(), static_cast<std::size_t>(RunThreads(S.runControl.threads)), cores}));
   std::vector<std::thread> pool;
   for (int t = 1; t < threads; ++t) pool.emplace_back(work);
   work();
