@@ -73,73 +73,90 @@ std::size_t LayoutOfDigits(bool negative, const char* digits, int count, int exp
     if (e < 10) buf[n++] = '0';
     n = static_cast<std::size_t>(std::to_chars(buf + n, buf + kNumberTextSize, e).ptr - buf);
   } else if (exponent >= 0) {
-    for (int k = 0; k <= exponent; ++k) buf[n++] = k < count ? digits[k] : '0';
-    if (count > exponent + 1) {
-      buf[n++] = '.';
-      for (int k = exponent + 1; k < count; ++k) buf[n++] = digits[k];
+    const auto whole = static_cast<std::size_t>(exponent + 1);  // digits before the point
+    const auto given = static_cast<std::size_t>(count);
+    if (given <= whole) {
+      std::memcpy(buf + n, digits, given);
+      std::memset(buf + n + given, '0', whole - given);
+      n += whole;
+    } else {
+      std::memcpy(buf + n, digits, whole);
+      buf[n + whole] = '.';
+      std::memcpy(buf + n + whole + 1, digits + whole, given - whole);
+      n += given + 1;
     }
   } else {
+    const auto zeros = static_cast<std::size_t>(-exponent - 1);  // after the point
     buf[n++] = '0';
     buf[n++] = '.';
-    for (int k = -1; k > exponent; --k) buf[n++] = '0';
-    for (int k = 0; k < count; ++k) buf[n++] = digits[k];
+    std::memset(buf + n, '0', zeros);
+    n += zeros;
+    std::memcpy(buf + n, digits, static_cast<std::size_t>(count));
+    n += static_cast<std::size_t>(count);
   }
   return n;
 }
 
-// The 15 digits of a whole number below 10^15 (leading zeros included) into out.
+// The 15 digits of a whole number below 10^15 (leading zeros included) into out, in four
+// independent groups of pairs.
 void FifteenDigits(std::uint64_t v, char* out) {
   static constexpr char kPairs[] =
       "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
       "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
       "8081828384858687888990919293949596979899";
-  for (int k = 13; k >= 1; k -= 2) {
-    const std::uint64_t pair = v % 100;
-    v /= 100;
-    out[k] = kPairs[2 * pair];
-    out[k + 1] = kPairs[2 * pair + 1];
-  }
-  out[0] = static_cast<char>('0' + v);
+  const auto pair = [&](std::uint32_t p, int at) {
+    out[at] = kPairs[2 * p];
+    out[at + 1] = kPairs[2 * p + 1];
+  };
+  const auto high = static_cast<std::uint32_t>(v / 100000000), low = static_cast<std::uint32_t>(v % 100000000);
+  const std::uint32_t a = high / 10000, b = high % 10000, c = low / 10000, d = low % 10000;
+  out[0] = static_cast<char>('0' + a / 100);
+  pair(a % 100, 1);
+  pair(b / 100, 3);
+  pair(b % 100, 5);
+  pair(c / 100, 7);
+  pair(c % 100, 9);
+  pair(d / 100, 11);
+  pair(d % 100, 13);
 }
 
-// The %.15G form of v with 1e-13 <= |v| < 1e15 by scaling it into [1e14, 1e15) and rounding
-// to a whole number: the powers 10^0..10^27 are exact in the 64-bit significand of long
-// double, so the product carries one rounding, a relative error of at most 2^-64, under
-// 2^-13 at these sizes. Its nearest whole number is therefore the rounding of the exact
-// product wherever the fraction lies further than 2^-12 from a half; 0 otherwise (near a
-// half-way point, and for sizes out of range), left to the exact routes.
+// The %.15G form of v with 1e-13 <= |v| < 1e15, in whole numbers: v = m 2^e with m below 2^53,
+// so v 10^s = m 5^s 2^(e+s) is exact in 128 bits for s = 0..27, and the scale s that brings it
+// into [1e14, 1e15) gives the 15 digits as its whole part, rounded by the bits below. An
+// exact half is left to the exact routes (0), as are the sizes out of range.
 std::size_t ScaledFormOf(double v, char* buf) {
-  static_assert(std::numeric_limits<long double>::digits >= 64, "needs the 64-bit significand");
-  static constexpr auto kPowers = [] {
-    std::array<long double, 28> p{};
+  static constexpr auto kFives = [] {
+    std::array<std::uint64_t, 28> p{};
     p[0] = 1;
-    for (std::size_t k = 1; k < p.size(); ++k) p[k] = p[k - 1] * 10;  // exact: 5^27 < 2^64
+    for (std::size_t k = 1; k < p.size(); ++k) p[k] = p[k - 1] * 5;  // 5^27 < 2^63
     return p;
   }();
+  __extension__ typedef unsigned __int128 Wide;
   std::uint64_t bits = 0;
   std::memcpy(&bits, &v, sizeof bits);
   const int binary = static_cast<int>((bits >> 52) & 0x7ff) - 1023;  // v is normal
+  const std::uint64_t m = (bits & ((1ULL << 52) - 1)) | (1ULL << 52);  // v = m 2^(binary - 52)
   // floor(binary * log10(2)), in whole numbers (exact for |binary| below 1,650)
   int scale = 14 - ((binary * 78913) >> 18);
-  const long double a = std::fabs(static_cast<long double>(v));
-  long double x = 0;
+  Wide whole = 0, rest = 0;
+  int shift = 0;
   for (int tries = 0;; ++tries) {
     if (scale < 0 || scale > 27 || tries == 3) return 0;
-    x = a * kPowers[static_cast<std::size_t>(scale)];
-    if (x < 1e14L)
+    shift = 52 - binary - scale;  // v 10^s = m 5^s / 2^shift; shift is 3 to 70 here
+    if (shift <= 0 || shift > 120) return 0;
+    const Wide product = static_cast<Wide>(m) * kFives[static_cast<std::size_t>(scale)];
+    whole = product >> shift;
+    rest = product & ((static_cast<Wide>(1) << shift) - 1);
+    if (whole < 100000000000000ULL)
       ++scale;
-    else if (x >= 1e15L)
+    else if (whole >= 1000000000000000ULL)
       --scale;
     else
       break;
   }
-  // A whole number next to x: adding 2^63 leaves no fraction in the 64-bit significand (the
-  // nearest in the default rounding, one step off in another), and what is left over is exact.
-  const long double whole = (x + 0x1p63L) - 0x1p63L, left = x - whole;
-  if (std::fabs(std::fabs(left) - 0.5L) < 0x1p-12L) return 0;
-  auto rounded = static_cast<std::uint64_t>(whole);
-  if (left > 0.5L) ++rounded;
-  if (left < -0.5L) --rounded;
+  const Wide half = static_cast<Wide>(1) << (shift - 1);
+  if (rest == half) return 0;
+  auto rounded = static_cast<std::uint64_t>(whole) + (rest > half ? 1 : 0);
   int first = 14 - scale;  // the decimal exponent of the first digit
   if (rounded == 1000000000000000ULL) {
     rounded = 100000000000000ULL;
@@ -204,8 +221,11 @@ std::size_t FormatFullPrecision(double v, char* buf) {
     return 1;
   }
   // A whole number below 10^15 has at most 15 digits: the form is the integer itself.
-  if (std::fabs(v) < 1e15 && v == std::trunc(v))
-    return static_cast<std::size_t>(std::to_chars(buf, buf + kNumberTextSize, static_cast<long long>(v)).ptr - buf);
+  if (std::fabs(v) < 1e15) {
+    const auto whole = static_cast<long long>(v);
+    if (static_cast<double>(whole) == v)
+      return static_cast<std::size_t>(std::to_chars(buf, buf + kNumberTextSize, whole).ptr - buf);
+  }
   if (std::isnormal(v)) {  // a subnormal has fewer bits than 15 digits need
     std::size_t n = ScaledFormOf(v, buf);
     if (n == 0) n = ShortFormOf(v, buf);
