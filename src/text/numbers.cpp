@@ -212,9 +212,11 @@ std::size_t ShortFormOf(double v, char* buf) {
 
 }  // namespace
 
-// The %.15G form of the C library, built by std::to_chars in its "general" form with 15
-// digits (the same rule: exponent form when the exponent is below -4 or at least 15, trailing
-// zeros dropped, at least two exponent digits) and written in capitals: E, INF, NAN.
+// The %.15G form of the C library: the exponent form when the exponent is below -4 or at
+// least 15, trailing zeros dropped, at least two exponent digits, in capitals (E, INF, NAN).
+// Whole numbers and the usual sizes take the quick routes above; what they leave (exact
+// halves, the very small and large, subnormals) std::to_chars makes in its "general" form
+// with 15 digits.
 std::size_t FormatFullPrecision(double v, char* buf) {
   if (v == 0) {  // also turns -0 into 0
     buf[0] = '0';
