@@ -135,12 +135,12 @@ template <class T, long H0, long H1, long H2>
 class Cube {
  public:
   explicit Cube(const char* name)
-      : name_(name), v_(static_cast<std::size_t>((H0 + 1) * (H1 + 1) * (H2 + 1)), T{}) {}
+      : name_(name), v_(static_cast<std::size_t>((H0 + 1) * (H1 + 1) * (H2 + 1))) {}
 
   T& operator()(long i, long j, long k) { return v_[index(i, j, k)]; }
   const T& operator()(long i, long j, long k) const { return v_[index(i, j, k)]; }
 
-  void Fill(const T& value) { std::fill(v_.begin(), v_.end(), value); }
+  void Fill(const T& value) { std::fill(v_.data(), v_.data() + v_.size(), value); }
   const char* Name() const { return name_; }
 
  private:
@@ -149,7 +149,7 @@ class Cube {
     return static_cast<std::size_t>((i * (H1 + 1) + j) * (H2 + 1) + k);
   }
   const char* name_;
-  std::vector<T> v_;
+  detail::Storage<T> v_;  // numbers on zero pages, like Vec and Mat
 };
 
 }  // namespace korvan
