@@ -1,6 +1,12 @@
 #include "bootstrap/count_individuals.h"
 
+#include <algorithm>
+#include <exception>
+#include <thread>
+#include <vector>
+
 #include "bootstrap/column_file.h"
+#include "text/side_by_side_rows.h"
 #include "text/text_file.h"
 
 namespace korvan {
@@ -12,12 +18,34 @@ void BootIndividualCounts::CountBootstrapIndFreq() {
   const long B = R.BootB, n = R.BootSampleSize;
   const int N = S.pool.OriginalCohortSize;
   IndividualDraws.Fill(0);
-  for (long b = 1; b <= B; ++b) {
-    for (long p = 1; p <= n; ++p) {
-      const int k = R.BootIndividuals(p, b);
-      if (k >= 1 && k <= N) ++IndividualDraws(k);
+  // Whole counts: each thread counts a stretch of samples of its own, and the sums do not
+  // depend on how the samples were shared out.
+  const long cores = std::max(1u, std::thread::hardware_concurrency());
+  const long threads = std::max(1L, std::min({static_cast<long>(RunThreads(S.runControl.threads)), cores, B / 1000}));
+  std::vector<std::vector<long>> counts(static_cast<std::size_t>(threads), std::vector<long>(N + 1, 0));
+  std::vector<std::exception_ptr> failures(static_cast<std::size_t>(threads));
+  auto count = [&](long t) {
+    std::vector<long>& c = counts[static_cast<std::size_t>(t)];
+    try {
+      for (long b = 1 + t * B / threads, last = (t + 1) * B / threads; b <= last; ++b)
+        for (long p = 1; p <= n; ++p) {
+          const int k = R.BootIndividuals(p, b);
+          if (k >= 1 && k <= N) ++c[static_cast<std::size_t>(k)];
+        }
+    } catch (...) {
+      failures[static_cast<std::size_t>(t)] = std::current_exception();
     }
+  };
+  {
+    std::vector<std::thread> pool;
+    for (long t = 1; t < threads; ++t) pool.emplace_back(count, t);
+    count(0);
+    for (auto& t : pool) t.join();
   }
+  for (const std::exception_ptr& failure : failures)
+    if (failure) std::rethrow_exception(failure);
+  for (const std::vector<long>& c : counts)
+    for (int k = 1; k <= N; ++k) IndividualDraws(k) += c[static_cast<std::size_t>(k)];
   TextFile out(OutputName(S, "_0H_Boot individual counts.txt"));
   ColumnHead head;
   head.line3 = head.nIn6 = static_cast<double>(n);
