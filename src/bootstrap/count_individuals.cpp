@@ -1,8 +1,5 @@
 #include "bootstrap/count_individuals.h"
 
-#include <algorithm>
-#include <exception>
-#include <thread>
 #include <vector>
 
 #include "bootstrap/column_file.h"
@@ -20,30 +17,16 @@ void BootIndividualCounts::CountBootstrapIndFreq() {
   IndividualDraws.Fill(0);
   // Whole counts: each thread counts a stretch of samples of its own, and the sums do not
   // depend on how the samples were shared out.
-  const long cores = std::max(1u, std::thread::hardware_concurrency());
-  const long threads = std::max(1L, std::min({static_cast<long>(RunThreads(S.runControl.threads)), cores, B / 1000}));
+  const int threads = ThreadsForPieces(S.runControl.threads, B / 1000);
   std::vector<std::vector<long>> counts(static_cast<std::size_t>(threads), std::vector<long>(N + 1, 0));
-  std::vector<std::exception_ptr> failures(static_cast<std::size_t>(threads));
-  auto count = [&](long t) {
+  RunSideBySide(threads, [&](int t) {
     std::vector<long>& c = counts[static_cast<std::size_t>(t)];
-    try {
-      for (long b = 1 + t * B / threads, last = (t + 1) * B / threads; b <= last; ++b)
-        for (long p = 1; p <= n; ++p) {
-          const int k = R.BootIndividuals(p, b);
-          if (k >= 1 && k <= N) ++c[static_cast<std::size_t>(k)];
-        }
-    } catch (...) {
-      failures[static_cast<std::size_t>(t)] = std::current_exception();
-    }
-  };
-  {
-    std::vector<std::thread> pool;
-    for (long t = 1; t < threads; ++t) pool.emplace_back(count, t);
-    count(0);
-    for (auto& t : pool) t.join();
-  }
-  for (const std::exception_ptr& failure : failures)
-    if (failure) std::rethrow_exception(failure);
+    for (long b = 1 + t * B / threads, last = (t + 1) * B / threads; b <= last; ++b)
+      for (long p = 1; p <= n; ++p) {
+        const int k = R.BootIndividuals(p, b);
+        if (k >= 1 && k <= N) ++c[static_cast<std::size_t>(k)];
+      }
+  });
   for (const std::vector<long>& c : counts)
     for (int k = 1; k <= N; ++k) IndividualDraws(k) += c[static_cast<std::size_t>(k)];
   TextFile out(OutputName(S, "_0H_Boot individual counts.txt"));

@@ -14,6 +14,7 @@
 #include "input/field_reader.h"
 #include "store/faults.h"
 #include "text/numbers.h"
+#include "text/side_by_side_rows.h"
 #include "text/text_file.h"
 
 namespace korvan {
@@ -190,9 +191,7 @@ void GeneralBootstrap::Resample() {
   const double* values = data.values.data();
   const double largest = Largest(data.values);
 
-  int threads = S.runControl.threads > 0 ? S.runControl.threads
-                                         : static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
-  threads = static_cast<int>(std::clamp<long>(threads, 1, B));
+  const int threads = static_cast<int>(std::clamp<long>(RunThreads(S.runControl.threads), 1, B));
   std::vector<long> firstBad(static_cast<std::size_t>(threads), 0);
   auto work = [&](int w) {
     SampleGenerator gen;
@@ -221,10 +220,7 @@ void GeneralBootstrap::Resample() {
       R.GeneralHalfAge(i) = half ? h.Age(n) : 0;
     }
   };
-  std::vector<std::thread> pool;
-  for (int w = 1; w < threads; ++w) pool.emplace_back(work, w);
-  work(0);
-  for (std::thread& t : pool) t.join();
+  RunSideBySide(threads, work);
   long bad = 0;
   for (long b : firstBad)
     if (b != 0 && (bad == 0 || b < bad)) bad = b;

@@ -3,11 +3,8 @@
 #include <atomic>
 #include <cmath>
 #include <cstdlib>
-#include <exception>
 #include <memory>
-#include <mutex>
 #include <string>
-#include <thread>
 
 #include "bootstrap/cohort_values.h"
 #include "bootstrap/percentile.h"
@@ -138,10 +135,8 @@ void BootPercentiles::PresortSideBySide(const std::vector<std::pair<const Sorted
   const BootstrapRecord& R = S.boot;
   presorts_.assign(wanted.size(), Presort{});
   std::atomic<std::size_t> next{0};
-  std::mutex failMutex;
-  std::exception_ptr failure;
-  auto work = [&] {
-    try {
+  try {
+    RunSideBySide(ThreadsForPieces(S.runControl.threads, static_cast<long>(wanted.size())), [&](int) {
       auto store = std::make_unique<SortStore>();  // its lists are zero pages until touched
       for (std::size_t k = next++; k < wanted.size(); k = next++) {
         const SortedStatistic& st = *wanted[k].first;
@@ -154,20 +149,8 @@ void BootPercentiles::PresortSideBySide(const std::vector<std::pair<const Sorted
         p.checkSum = store->SortCheckSum;
         p.rangesUsed = store->QuickRangesUsed;
       }
-    } catch (...) {
-      std::lock_guard<std::mutex> lock(failMutex);
-      if (!failure) failure = std::current_exception();
-    }
-  };
-  // Threads beyond the cores would only hold more sort workspaces in memory.
-  const std::size_t cores = std::max(1u, std::thread::hardware_concurrency());
-  const int threads = static_cast<int>(
-      std::min({wanted.size(), static_cast<std::size_t>(RunThreads(S.runControl.threads)), cores}));
-  std::vector<std::thread> pool;
-  for (int t = 1; t < threads; ++t) pool.emplace_back(work);
-  work();
-  for (auto& t : pool) t.join();
-  if (failure) {
+    });
+  } catch (...) {
     presorts_.clear();  // each sort is made again in its turn, where its fault is reported
   }
 }

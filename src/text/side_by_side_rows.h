@@ -22,6 +22,33 @@ inline int RunThreads(int asked) {
   return asked > 0 ? asked : static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
 }
 
+// The threads that work on pieces of their own at once: as asked, but no more than there are
+// cores (more would only hold more workspaces in memory) nor pieces.
+inline int ThreadsForPieces(int asked, long pieces) {
+  const long cores = std::max(1u, std::thread::hardware_concurrency());
+  return static_cast<int>(std::max(1L, std::min({static_cast<long>(RunThreads(asked)), cores, pieces})));
+}
+
+// Runs job(t) for t = 0..threads - 1, t = 0 on the calling thread and the others on threads of
+// their own; returns when all have ended, rethrowing the failure of the lowest t.
+template <class Job>
+void RunSideBySide(int threads, Job job) {
+  std::vector<std::exception_ptr> failures(static_cast<std::size_t>(std::max(threads, 1)));
+  auto guarded = [&](int t) {
+    try {
+      job(t);
+    } catch (...) {
+      failures[static_cast<std::size_t>(t)] = std::current_exception();
+    }
+  };
+  std::vector<std::thread> pool;
+  for (int t = 1; t < threads; ++t) pool.emplace_back(guarded, t);
+  guarded(0);
+  for (auto& t : pool) t.join();
+  for (const std::exception_ptr& failure : failures)
+    if (failure) std::rethrow_exception(failure);
+}
+
 inline constexpr long kRowsPerStretch = 1024;
 
 // Writes row(i, sink) for i = first..last into out; each row writes whole lines to sink (a
@@ -33,8 +60,7 @@ void WriteRowsSideBySide(TextFile& out, long first, long last, int threads, Row 
   if (count <= 0) return;
   const long stretches = (count + kRowsPerStretch - 1) / kRowsPerStretch;
   // Threads beyond the cores would only hold more stretches in memory.
-  const long cores = std::max(1u, std::thread::hardware_concurrency());
-  const int helpers = static_cast<int>(std::min({static_cast<long>(threads), cores, stretches})) - 1;
+  const int helpers = ThreadsForPieces(threads, stretches) - 1;
   if (helpers < 1) {
     for (long i = first; i <= last; ++i) row(i, out);
     return;
