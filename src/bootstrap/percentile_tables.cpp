@@ -1,6 +1,8 @@
 // Life tables and records of single bootstrap samples: the samples at the percentiles, the
 // samples asked for by number, and the command that turns a sample record into a data file.
+#include <array>
 #include <charconv>
+#include <cstring>
 #include <string>
 
 #include "bootstrap/percentile.h"
@@ -15,14 +17,46 @@ void WriteSampleList(TextFile& out, const BootstrapRecord& R, long sample, long 
   WriteSampleList(out, R.BootIndividuals, sample, n);
 }
 
+namespace {
+
+// " k " of every individual number k = 0..kMaxIndividual, made once: the record of 100,000
+// samples holds ten million of them.
+struct NumberWithBlanks {
+  char text[8];
+  std::size_t size;
+};
+const std::array<NumberWithBlanks, kMaxIndividual + 1>& IndividualTexts() {
+  static const auto texts = [] {
+    std::array<NumberWithBlanks, kMaxIndividual + 1> t{};
+    for (int k = 0; k <= kMaxIndividual; ++k) {
+      NumberWithBlanks& e = t[static_cast<std::size_t>(k)];
+      e.text[0] = ' ';
+      e.size = static_cast<std::size_t>(std::to_chars(e.text + 1, e.text + 7, k).ptr - e.text);
+      e.text[e.size++] = ' ';
+    }
+    return t;
+  }();
+  return texts;
+}
+
+}  // namespace
+
 void WriteSampleList(TextFile& out, const BootMatList<std::int16_t, kMaxIndividual>& lists, long sample, long n) {
   // Lines of 20 numbers " k ," (the last of a line without its comma), each line written whole.
-  char line[20 * 10 + 2];
+  const auto& texts = IndividualTexts();
+  char line[20 * 10 + 2 + 8];
   std::size_t used = 0;
   for (long p = 1; p <= n; ++p) {
-    line[used++] = ' ';
-    used = static_cast<std::size_t>(std::to_chars(line + used, line + sizeof line, static_cast<int>(lists(p, sample))).ptr - line);
-    line[used++] = ' ';
+    const int k = lists(p, sample);
+    if (k >= 0 && k <= kMaxIndividual) {
+      const NumberWithBlanks& e = texts[static_cast<std::size_t>(k)];
+      std::memcpy(line + used, e.text, sizeof e.text);  // the whole 8 bytes: a single copy
+      used += e.size;
+    } else {
+      line[used++] = ' ';
+      used = static_cast<std::size_t>(std::to_chars(line + used, line + sizeof line, k).ptr - line);
+      line[used++] = ' ';
+    }
     if (p % 20 == 0 || p == n) {
       line[used++] = '\n';
       out.RawText(std::string_view(line, used));
