@@ -146,6 +146,16 @@ TEST(TextFile, RowsSideBySideAreThoseOfOneLoop) {
                                      rows.Write(i);
                                    }),
                OverflowFault);
+  // Work in pieces: every piece runs once, and a fault on a helper thread reaches the caller
+  // after all have ended.
+  std::vector<int> ran(3, 0);
+  EXPECT_THROW(RunSideBySide(3,
+                             [&](int t) {
+                               ++ran[static_cast<std::size_t>(t)];
+                               if (t == 2) throw OverflowFault();
+                             }),
+               OverflowFault);
+  EXPECT_EQ(ran, std::vector<int>({1, 1, 1}));
 }
 
 }  // namespace
