@@ -66,7 +66,7 @@ class BootPercentiles : public Procedures {
     const SortedStatistic* statistic = nullptr;
     long m = 0, count = 0;
     double checkSum = 0;
-    int rangesUsed = 0;
+    int rangesWanted = 0, rangesUsed = 0;
     std::vector<double> value;
     std::vector<std::int32_t> index;
   };

@@ -116,7 +116,7 @@ long BootPercentiles::SortStatistic(const SortedStatistic& st, long m) {
     s.SortCount = static_cast<std::int32_t>(count);
     s.SortCheckSum = made->checkSum;
     s.QuickRangesUsed = made->rangesUsed;
-    s.QuickRangesWanted = R.QuickRangesWanted;
+    s.QuickRangesWanted = made->rangesWanted;
     presorts_.erase(made);
   } else {
     count = LoadAndSort(s, R, m, [&](long b, double& v) { return st.value(R, b, v); });
@@ -147,6 +147,7 @@ void BootPercentiles::PresortSideBySide(const std::vector<std::pair<const Sorted
         p.value.assign(store->SortValue.Data() + 1, store->SortValue.Data() + 1 + p.count);
         p.index.assign(store->SortIndex.Data() + 1, store->SortIndex.Data() + 1 + p.count);
         p.checkSum = store->SortCheckSum;
+        p.rangesWanted = store->QuickRangesWanted;
         p.rangesUsed = store->QuickRangesUsed;
       }
     });
