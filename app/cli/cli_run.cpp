@@ -8,9 +8,11 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <set>
 #include <sstream>
 
 #include "store/faults.h"
+#include "text/text_file.h"
 #include "run/run_context.h"
 #include "ui/answer_book.h"
 #include "commands/command_handlers.h"
@@ -41,18 +43,25 @@ void PrintGroup(std::ostringstream& out, const char* heading, CommandGroup group
   }
 }
 
-// The files of folder written since the run began, by name.
+// The files of folder written since the run began, by name: those the run opened for writing
+// and any other whose time stamp is not older than the run.
 std::vector<std::string> FilesWrittenSince(const fs::path& folder, fs::file_time_type since) {
-  std::vector<std::string> names;
+  std::set<std::string> names;
   std::error_code ec;
   for (const auto& entry : fs::directory_iterator(folder, ec)) {
     std::error_code e2;
     if (entry.is_regular_file(e2) && entry.last_write_time(e2) >= since && !e2) {
-      names.push_back(entry.path().filename().string());
+      names.insert(entry.path().filename().string());
     }
   }
-  std::sort(names.begin(), names.end());
-  return names;
+  for (const std::string& file : FilesOpenedForWriting()) {
+    const fs::path path(file);
+    const fs::path parent = path.has_parent_path() ? path.parent_path() : fs::path(".");
+    std::error_code e2;
+    if (fs::is_regular_file(path, e2) && fs::equivalent(parent, folder, e2) && !e2)
+      names.insert(path.filename().string());
+  }
+  return {names.begin(), names.end()};
 }
 
 // The main parameters of the Basic Run, with their bootstrap standard errors once a bootstrap

@@ -20,6 +20,7 @@ std::atomic<long> faultCount{0};
 // Files open now, and files closed while an exception passed through their writer.
 std::multiset<std::string> openFiles;
 std::vector<std::string> cutShort;
+std::set<std::string> openedFiles;  // every path opened for writing
 
 std::string ReasonOf(int error) { return error ? std::strerror(error) : "the system gave no reason"; }
 
@@ -56,6 +57,11 @@ TextFile::~TextFile() {
   CloseKeepingFault();
 }
 
+std::vector<std::string> FilesOpenedForWriting() {
+  std::lock_guard<std::mutex> lock(pendingMutex);
+  return {openedFiles.begin(), openedFiles.end()};
+}
+
 std::vector<std::string> TakeFilesNotWhole() {
   std::lock_guard<std::mutex> lock(pendingMutex);
   std::vector<std::string> files = std::move(cutShort);
@@ -78,6 +84,7 @@ void TextFile::CloseKeepingFault() noexcept {
 
 TextFile::TextFile(TextFile&& o) noexcept
     : f_(std::exchange(o.f_, nullptr)),
+      buffer_(std::move(o.buffer_)),
       memory_(std::exchange(o.memory_, nullptr)),
       path_(std::move(o.path_)),
       column_(o.column_) {}
@@ -86,6 +93,7 @@ TextFile& TextFile::operator=(TextFile&& o) noexcept {
   if (this != &o) {
     CloseKeepingFault();
     f_ = std::exchange(o.f_, nullptr);
+    buffer_ = std::move(o.buffer_);
     memory_ = std::exchange(o.memory_, nullptr);
     path_ = std::move(o.path_);
     column_ = o.column_;
@@ -101,8 +109,13 @@ void TextFile::Open(const std::string& path, Mode mode) {
   memory_ = nullptr;
   f_ = std::fopen(path.c_str(), mode == Mode::Append ? "ab" : "wb");
   if (!f_) Fail(errno);
+  // Result files run to megabytes: the system is handed them in large pieces.
+  constexpr std::size_t kBuffer = 1 << 16;
+  if (!buffer_) buffer_ = std::make_unique<char[]>(kBuffer);
+  std::setvbuf(f_, buffer_.get(), _IOFBF, kBuffer);
   std::lock_guard<std::mutex> lock(pendingMutex);
   openFiles.insert(path_);
+  openedFiles.insert(path_);
 }
 
 void TextFile::Forget() {

@@ -14,6 +14,7 @@
 // the system, and at the close. A failure throws WriteFault; one met by the destructor, which
 // cannot throw, is kept and thrown by the next open of any file or by ThrowPendingWriteFault.
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -131,6 +132,7 @@ class TextFile {
   [[noreturn]] void Fail(int error);
 
   std::FILE* f_ = nullptr;
+  std::unique_ptr<char[]> buffer_;  // the stream's buffer: result files run to megabytes
   std::string* memory_ = nullptr;
   std::string path_;
   int column_ = 1;
@@ -144,6 +146,10 @@ void ThrowPendingWriteFault();
 void ClearPendingWriteFault();
 // The files a fault has cut short since the last call: those closed while an exception passed
 // through their writer, and those still open now. Forgets them.
+// Every path opened for output or append in this process so far. The command line names what
+// a run wrote by them: a file's time stamp can fall just before the run began, the file
+// system's clock being coarser than the program's.
+std::vector<std::string> FilesOpenedForWriting();
 std::vector<std::string> TakeFilesNotWhole();
 
 // Failures met since the program began (a check for the fuzz harness: no run may end as done
