@@ -3,6 +3,7 @@
 // female fecundity on the age axis, s(x,j), the stage age ranges and the cohort's cost.
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "engine/life_table_engine.h"
@@ -16,7 +17,19 @@ void LifeTableEngine::Life03() {
   auto& T = W.tables;
   auto& L = W.lifeTable;
   const int m = S.header.StageCount;
-  for (long x = 0; x <= T.LastAge + 1; ++x) {
+  if (m + 1 <= kMaxStage && T.LastAge + 1 <= kMaxAge) {
+    // Within the rows: each row's cells 1..m+1 cleared at once.
+    const std::size_t cells = static_cast<std::size_t>(m + 1) * sizeof(double);
+    for (long x = 0; x <= T.LastAge + 1; ++x) {
+      for (double* row : {&T.Nxj(x, 1), &T.Gxj(x, 1), &T.Dxj(x, 1), &T.Fxj(x, 1), &T.Sxj(x, 1), &T.Pxj(x, 1),
+                          &T.Qxj(x, 1), &T.Mxj(x, 1), &L.FxjTotal(x, 1)})
+        std::memset(row, 0, cells);
+      T.NAge(x) = 0;
+      T.Lx(x) = 0;
+      L.FxjCumulative(x) = 0;
+    }
+  }
+  for (long x = 0; x <= T.LastAge + 1 && !(m + 1 <= kMaxStage && T.LastAge + 1 <= kMaxAge); ++x) {
     for (long j = 1; j <= m + 1; ++j) {
       T.Nxj(x, j) = 0;
       T.Gxj(x, j) = 0;

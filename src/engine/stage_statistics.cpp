@@ -196,17 +196,44 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
     const long start = CInt(w.PreadultDuration(i));
     const long adult = CInt(c.StageDuration(i, m()));
     long first = -1, last = -1;
-    for (long t = 1; t <= adult; ++t) {
-      const double f = c.Fecundity(i, t);
-      if (f < 0) break;
-      const long x = start + t - 1;
-      w.FemalesAtAge(x) += 1;
-      if (wholeCohort) w.FecundityFromBirth(i, x) = f;
-      w.EggsAtAge(x) += f;
-      w.EggSquaresAtAge(x) += f * f;
-      if (f > 0) {
-        if (first < 0) first = x;
-        last = x;
+    if (!wholeCohort && start >= 0 && adult >= 1 && adult <= kMaxAge && start + adult - 1 <= kMaxAge + 1) {
+      // Her days and the ages they fall on are within the rows: the days before the closing
+      // mark are found first, then added age by age in one sweep (each age's sums take the
+      // females in their order as before).
+      const double* f = &c.Fecundity(i, 1);
+      long days = 0;
+      while (days < adult && !(f[days] < 0)) ++days;
+      double* females = &w.FemalesAtAge(start);
+      double* eggs = &w.EggsAtAge(start);
+      double* squares = &w.EggSquaresAtAge(start);
+      for (long k = 0; k < days; ++k) {
+        females[k] += 1;
+        eggs[k] += f[k];
+        squares[k] += f[k] * f[k];
+      }
+      for (long k = 0; k < days; ++k)
+        if (f[k] > 0) {
+          first = start + k;
+          break;
+        }
+      for (long k = days - 1; first >= 0 && k >= 0; --k)
+        if (f[k] > 0) {
+          last = start + k;
+          break;
+        }
+    } else {
+      for (long t = 1; t <= adult; ++t) {
+        const double f = c.Fecundity(i, t);
+        if (f < 0) break;
+        const long x = start + t - 1;
+        w.FemalesAtAge(x) += 1;
+        if (wholeCohort) w.FecundityFromBirth(i, x) = f;
+        w.EggsAtAge(x) += f;
+        w.EggSquaresAtAge(x) += f * f;
+        if (f > 0) {
+          if (first < 0) first = x;
+          last = x;
+        }
       }
     }
     if (first < 0) {
