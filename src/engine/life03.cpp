@@ -77,8 +77,8 @@ inline void EnterNext(Walker& v, int next, int dead) {
   }
 }
 
-// The steps of the walk of an individual at age x. They count n(x,.) and hand the sink the
-// events of g and d: Stay(x, k), one more 1/n(x-1,k) for g(x-1,k); Move(x, cell, from), one
+// The steps of the walk of an individual at age x. They hand the sink one more individual in
+// n(x,row), Count(T, x, row), and the events of g and d: Stay(x, k), one more 1/n(x-1,k) for g(x-1,k); Move(x, cell, from), one
 // more 1/n(x-1,from) for d(x-1,cell). Every addition to a cell of g or d adds the same value,
 // 1/n of one row at age x-1, which is complete before age x is walked.
 
@@ -89,7 +89,7 @@ template <class Sink>
 inline void WalkPreadult(AgeStageTables& T, Walker& v, bool toMale, int m, int x, Sink& sink) {
   const int k = v.stage;
   if (v.left != 0) {
-    T.Nxj(x, k) += 1;
+    sink.Count(T, x, k);
     sink.Stay(x, k);
     if (v.left > 0) {
       v.left -= 1;
@@ -104,7 +104,7 @@ inline void WalkPreadult(AgeStageTables& T, Walker& v, bool toMale, int m, int x
     v.row[k] = v.left;
     const int past = toMale ? 1 : 0;
     sink.Move(x, k + past, k);
-    T.Nxj(x, k + 1 + past) += 1;
+    sink.Count(T, x, k + 1 + past);
     EnterNext(v, k + 1, m + 1);
   }
 }
@@ -118,7 +118,7 @@ inline void WalkAdult(AgeStageTables& T, Walker& v, bool female, int m, int x, S
     return;
   }
   const int row = female ? m : m + 1;
-  T.Nxj(x, row) += 1;
+  sink.Count(T, x, row);
   sink.Stay(x, row);
   v.left -= 1;
   if (v.left == 0) {
@@ -166,6 +166,7 @@ double RepeatedInverseSum(int n, int count) {
 // The events added to g and d at once, as the walk meets them.
 struct AddingSink {
   AgeStageTables& T;
+  void Count(AgeStageTables& tables, int x, int row) { tables.Nxj(x, row) += 1; }
   void Stay(int x, int k) { T.Gxj(x - 1, k) += 1 / T.Nxj(x - 1, k); }
   void Move(int x, int cell, int from) { T.Dxj(x - 1, cell) += 1 / T.Nxj(x - 1, from); }
 };
@@ -188,6 +189,7 @@ struct CountingSink {
     for (int a = 0; a <= lastAge + 1 && a <= kMaxAge + 1; ++a)
       for (int k = 0; k < kRows; ++k) runEdge[a][k] = 0;
   }
+  void Count(AgeStageTables& T, int x, int row) { T.Nxj(x, row) += 1; }
   void Stay(int x, int k) { ++stay[x - 1][k]; }
   // Stays in row k at ages x..x+days-1, each counted in n(., k) too.
   void StayRun(int x, int days, int k) {
@@ -236,37 +238,95 @@ struct CountingSink {
   }
 };
 
+// Hands the events on to the counting sink and notes them in a script (none: script null).
+// A script that would run past its room is dropped and marked too long.
+struct RecordingSink {
+  CountingSink& sink;
+  WalkScript* script;
+  void Note(WalkEvent::Kind kind, int x, int days, int row, int from) {
+    if (!script) return;
+    if (script->count == WalkScript::kMaxEvents) {
+      script->tooLong = true;
+      script = nullptr;
+      return;
+    }
+    WalkEvent& e = script->events[script->count++];
+    e.kind = kind;
+    e.x = static_cast<std::int16_t>(x);
+    e.days = static_cast<std::int16_t>(days);
+    e.row = static_cast<std::uint8_t>(row);
+    e.from = static_cast<std::uint8_t>(from);
+  }
+  void Count(AgeStageTables& T, int x, int row) {
+    sink.Count(T, x, row);
+    Note(WalkEvent::kCount, x, 0, row, 0);
+  }
+  void Stay(int x, int k) {
+    sink.Stay(x, k);
+    Note(WalkEvent::kStay, x, 0, k, 0);
+  }
+  void StayRun(int x, int days, int k) {
+    sink.StayRun(x, days, k);
+    Note(WalkEvent::kRun, x, days, k, 0);
+  }
+  void Move(int x, int cell, int from) {
+    sink.Move(x, cell, from);
+    Note(WalkEvent::kMove, x, 0, cell, from);
+  }
+};
+
+void Replay(const WalkScript& script, CountingSink& sink, AgeStageTables& T) {
+  for (int n = 0; n < script.count; ++n) {
+    const WalkEvent& e = script.events[n];
+    switch (e.kind) {
+      case WalkEvent::kRun: sink.StayRun(e.x, e.days, e.row); break;
+      case WalkEvent::kCount: T.Nxj(e.x, e.row) += 1; break;
+      case WalkEvent::kStay: sink.Stay(e.x, e.row); break;
+      case WalkEvent::kMove: sink.Move(e.x, e.row, e.from); break;
+    }
+  }
+}
+
+// The script kept for the pool individual whose rows stand at place i, or nullptr.
+WalkScript* KeptWalk(Cohort& C, int i, int poolSize) {
+  const int k = C.RowSource(i);
+  if (k < 1 || k > poolSize || poolSize > kMaxIndividual) return nullptr;
+  if (C.WalkScripts.size() != static_cast<std::size_t>(poolSize) + 1)
+    C.WalkScripts.assign(static_cast<std::size_t>(poolSize) + 1, WalkScript{});  // once a workspace
+  return &C.WalkScripts[static_cast<std::size_t>(k)];
+}
+
+// Age 0 of individual i: it is in stage 1 and n(0,1) = N stands; the day is taken off.
+inline void StartWalk(LifeTableWork& L, int i, int m) {
+  double& w = L.RemainingDuration(i, 1);
+  L.CurrentStage(i) = 1;
+  if (w > 0) {
+    w -= 1;
+  } else if (w < 0) {
+    w += 1;
+    if (w >= 0) L.CurrentStage(i) = m + 1;  // its only day was age 0
+  }
+}
+
 }  // namespace
 
 void LifeTableEngine::Life03Gosub120() {
   FlowEngine("Life03Gosub120");
   auto& T = W.tables;
   auto& L = W.lifeTable;
-  const auto& C = W.cohort;
+  auto& C = W.cohort;
   const int m = S.header.StageCount;
   const int N = C.CohortSize;
-
-  for (int i = 1; i <= N; ++i)
-    for (int j = 1; j <= m; ++j) L.RemainingDuration(i, j) = C.StageDuration(i, j);
-
-  // Age 0: everybody is in stage 1, and n(0,1) = N stands; the day is taken off.
-  for (int i = 1; i <= N; ++i) {
-    double& w = L.RemainingDuration(i, 1);
-    L.CurrentStage(i) = 1;
-    if (w > 0) {
-      w -= 1;
-    } else if (w < 0) {
-      w += 1;
-      if (w >= 0) L.CurrentStage(i) = m + 1;  // its only day was age 0
-    }
-  }
 
   // With a flow record the walk goes age by age through the procedures that record
   // themselves. Otherwise it goes individual by individual, each one's days in a row (an
   // individual's steps depend on nobody else's), and the sums of g and d follow.
   const std::string& flowMode = S.options.FlowMode;
   const bool recorded = !(flowMode.empty() || flowMode[0] == 'N');
-  if (recorded || m + 1 >= CountingSink::kRows || T.LastAge > kMaxAge) {
+  if (recorded || m + 1 >= CountingSink::kRows || T.LastAge > kMaxAge || N > kMaxIndividual) {
+    for (int i = 1; i <= N; ++i)
+      for (int j = 1; j <= m; ++j) L.RemainingDuration(i, j) = C.StageDuration(i, j);
+    for (int i = 1; i <= N; ++i) StartWalk(L, i, m);
     for (int x = 1; x <= T.LastAge; ++x) {
       L.WalkAge = x;
       for (int i = 1; i <= N; ++i) {
@@ -282,43 +342,65 @@ void LifeTableEngine::Life03Gosub120() {
       }
     }
   } else {
-    static thread_local CountingSink sink;  // made once per thread; the walk allocates nothing
-    sink.Clear(T.LastAge);
+    static thread_local CountingSink counts;  // made once per thread; the walk allocates nothing
+    counts.Clear(T.LastAge);
+    const int poolSize = S.pool.OriginalCohortSize;
     int lastWalked = 0;  // the individual walked last at the last age
     for (int i = 1; i <= N; ++i) {
-      if (L.CurrentStage(i) > m) continue;
-      const bool female = IsText(C.IndividualSex(i), 'F');
-      Walker v = TakeWalker(L, i, m);
-      for (int x = 1; x <= T.LastAge;) {
-        if (v.stage > m) break;  // the stage only grows: dead or gone for good
-        const int k = v.stage;
-        const double left = v.left;
-        const bool adult = k >= m;
-        // A whole number of days left (in an adult stage, a positive one): each of them is a
-        // day in the stage, counted in n and g, and the last one ends it only when the
-        // individual dies in it or its adult life runs out. A move waits for the next step.
-        if (left != 0 && left == std::floor(left) && std::fabs(left) <= kMaxAge && (!adult || left > 0)) {
-          const int run = static_cast<int>(std::fabs(left));
-          const int days = run < T.LastAge - x + 1 ? run : T.LastAge - x + 1;
-          const int row = adult ? (female ? m : m + 1) : k;
-          sink.StayRun(x, days, row);
-          if (x + days - 1 == T.LastAge) lastWalked = i;
-          x += days;
-          v.left = left > 0 ? left - days : left + days;
-          if (v.left == 0 && (adult || left < 0)) {
-            v.row[k] = v.left;
-            v.stage = m + 1;
-          }
-          continue;
-        }
-        WalkStep(T, v, female, m, x, sink);
-        if (x == T.LastAge) lastWalked = i;
-        ++x;
+      // A walk that ended before the last age, kept from an earlier sample, is added again.
+      WalkScript* script = KeptWalk(C, i, poolSize);
+      if (script && script->known && script->lastX <= T.LastAge) {
+        Replay(*script, counts, T);
+        if (script->lastX == T.LastAge && script->lastX > 0) lastWalked = i;
+        continue;
       }
-      PutWalker(L, i, m, v);
+      if (script && (script->known || script->tooLong)) script = nullptr;  // nothing to note
+      if (script) script->count = 0;
+      RecordingSink sink{counts, script};
+      for (int j = 1; j <= m; ++j) L.RemainingDuration(i, j) = C.StageDuration(i, j);
+      StartWalk(L, i, m);
+      int lastX = 0;
+      if (L.CurrentStage(i) <= m) {
+        const bool female = IsText(C.IndividualSex(i), 'F');
+        Walker v = TakeWalker(L, i, m);
+        for (int x = 1; x <= T.LastAge;) {
+          if (v.stage > m) break;  // the stage only grows: dead or gone for good
+          const int k = v.stage;
+          const double left = v.left;
+          const bool adult = k >= m;
+          // A whole number of days left (in an adult stage, a positive one): each of them is
+          // a day in the stage, counted in n and g, and the last one ends it only when the
+          // individual dies in it or its adult life runs out. A move waits for the next step.
+          if (left != 0 && left == std::floor(left) && std::fabs(left) <= kMaxAge && (!adult || left > 0)) {
+            const int run = static_cast<int>(std::fabs(left));
+            const int days = run < T.LastAge - x + 1 ? run : T.LastAge - x + 1;
+            const int row = adult ? (female ? m : m + 1) : k;
+            sink.StayRun(x, days, row);
+            x += days;
+            lastX = x - 1;
+            v.left = left > 0 ? left - days : left + days;
+            if (v.left == 0 && (adult || left < 0)) {
+              v.row[k] = v.left;
+              v.stage = m + 1;
+            }
+            continue;
+          }
+          WalkStep(T, v, female, m, x, sink);
+          lastX = x;
+          ++x;
+        }
+        PutWalker(L, i, m, v);
+      }
+      if (lastX == T.LastAge && lastX > 0) lastWalked = i;
+      // Ended on its own (dead or gone), not at the last age: the same for any later sample
+      // whose last age reaches lastX.
+      if (sink.script && L.CurrentStage(i) > m) {
+        sink.script->lastX = lastX;
+        sink.script->known = true;
+      }
     }
-    sink.AddRuns(T, m, T.LastAge);
-    sink.AddTo(T, m, T.LastAge);
+    counts.AddRuns(T, m, T.LastAge);
+    counts.AddTo(T, m, T.LastAge);
     if (T.LastAge >= 1) {
       L.WalkAge = T.LastAge;
       if (lastWalked > 0) L.WalkIndividual = lastWalked;

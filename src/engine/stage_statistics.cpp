@@ -3,6 +3,7 @@
 #include "engine/stage_statistics.h"
 
 #include <cmath>
+#include <cstring>
 
 #include "engine/female_days.h"
 #include "store/rules.h"
@@ -32,6 +33,37 @@ void ApplyStatisticsRule(RoutineStat& s, double sum, double sumSquares, double n
   s.sd = r.sd;
   s.se = r.se;
 }
+
+namespace {
+
+// females[k] += 1, eggs[k] += f[k], squares[k] += f[k] * f[k] for k < days, two ages at a
+// time: each lane is the addition of its own age, rounded as one addition alone is.
+void AddFemaleDays(const double* f, long days, double* females, double* eggs, double* squares) {
+  using Pair = double __attribute__((vector_size(16)));
+  const Pair one = {1.0, 1.0};
+  long k = 0;
+  for (; k + 2 <= days; k += 2) {
+    Pair e, n, s, q;
+    std::memcpy(&e, f + k, sizeof e);
+    std::memcpy(&n, females + k, sizeof n);
+    std::memcpy(&s, eggs + k, sizeof s);
+    std::memcpy(&q, squares + k, sizeof q);
+    n += one;
+    s += e;
+    const Pair ee = e * e;
+    q += ee;
+    std::memcpy(females + k, &n, sizeof n);
+    std::memcpy(eggs + k, &s, sizeof s);
+    std::memcpy(squares + k, &q, sizeof q);
+  }
+  for (; k < days; ++k) {
+    females[k] += 1;
+    eggs[k] += f[k];
+    squares[k] += f[k] * f[k];
+  }
+}
+
+}  // namespace
 
 int StageStatsEngine::m() const { return S.header.StageCount; }
 
@@ -206,11 +238,7 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
       double* females = &w.FemalesAtAge(start);
       double* eggs = &w.EggsAtAge(start);
       double* squares = &w.EggSquaresAtAge(start);
-      for (long k = 0; k < days; ++k) {
-        females[k] += 1;
-        eggs[k] += f[k];
-        squares[k] += f[k] * f[k];
-      }
+      AddFemaleDays(f, days, females, eggs, squares);
       for (long k = 0; k < days; ++k)
         if (f[k] > 0) {
           first = start + k;

@@ -183,6 +183,23 @@ struct FemaleDaySums {
   long first = 0;
 };
 
+// What the day-by-day walk of one individual adds to n(x,j) and to the counts of g and d,
+// event by event; it depends on her rows alone while the walk ends before the last age.
+struct WalkEvent {
+  enum Kind : std::uint8_t { kRun, kCount, kStay, kMove };
+  std::int16_t x = 0, days = 0;  // days: of a run
+  Kind kind = kRun;
+  std::uint8_t row = 0, from = 0;  // from: of a move
+};
+struct WalkScript {
+  static constexpr int kMaxEvents = 40;
+  bool known = false;    // the events below stand
+  bool tooLong = false;  // more events than kept: walked every time
+  int lastX = 0;         // the last age walked (0: none)
+  int count = 0;
+  WalkEvent events[kMaxEvents];
+};
+
 struct Cohort {
   int CohortSize = 0;
   // The individual of the bootstrap pool whose rows stand whole at each place of a sample, 0
@@ -190,6 +207,7 @@ struct Cohort {
   // the pool, made on the first use in a worker's workspace).
   IndIntVec RowSource{"RowSource"};
   std::vector<FemaleDaySums> DaySums;
+  std::vector<WalkScript> WalkScripts;  // by individual of the pool, like DaySums
   IndIntVec IndividualNo{"IndividualNo"};
   IndStrVec IndividualSex{"IndividualSex"};
   Mat<double, kMaxIndividual, kMaxStage> StageDuration{"StageDuration"};
