@@ -464,7 +464,8 @@ void LifeTableEngine::Life03Gosub1050() {
     const bool whole = P >= 0 && P < 1e9 && P == std::floor(P);
     if (whole && C.MaxLongevity > P && C.MaxLongevity - P <= kMaxAge && C.MaxLongevity <= kMaxAge + 1) {
       // Her days and the ages they fall on are all within the tables: the rows are walked
-      // directly (a day without eggs adds a zero, which changes no sum).
+      // directly. A day without eggs adds a zero, which changes no sum: the cells start at +0
+      // and take no negative value, so none of them is ever -0.
       const long from = static_cast<long>(P);
       const double* eggs = &C.Fecundity(i, 1);
       double* fx = &T.Fxj(from, m);
@@ -472,7 +473,7 @@ void LifeTableEngine::Life03Gosub1050() {
       for (long day = 1; day <= C.MaxLongevity - from; ++day, fx += stride) {
         const double e = eggs[day - 1];
         if (e < 0) break;
-        if (e != 0) *fx += e;
+        *fx += e;
       }
       continue;
     }

@@ -71,7 +71,13 @@ int StageStatsEngine::m() const { return S.header.StageCount; }
 // and in rate units.
 double StageStatsEngine::FormLongevity(long i) {
   auto& w = W.stageStats;
-  const auto& c = W.cohort;
+  auto& c = W.cohort;
+  DurationSums* kept = KeptDurations(i);
+  if (kept && kept->longevityKnown) {
+    w.LongevitySteps(i) = kept->steps;
+    w.Longevity(i) = kept->longevity;
+    return kept->steps;
+  }
   double steps = 0;
   for (long j = 1; j <= m(); ++j) {
     const double d = c.StageDuration(i, j);
@@ -80,7 +86,25 @@ double StageStatsEngine::FormLongevity(long i) {
   }
   w.LongevitySteps(i) = steps;
   w.Longevity(i) = TimeUnitToDays(steps, TimeUnit());
+  if (kept) {
+    kept->steps = steps;
+    kept->longevity = w.Longevity(i);
+    kept->longevityKnown = true;
+  }
   return steps;
+}
+
+// The sums of the durations of the pool individual whose rows stand at place i of a sample,
+// kept in the workspace, or nullptr.
+DurationSums* StageStatsEngine::KeptDurations(long i) {
+  auto& c = W.cohort;
+  const int poolSize = S.pool.OriginalCohortSize;
+  if (i < 1 || i > kMaxIndividual) return nullptr;
+  const int k = c.RowSource(i);
+  if (k < 1 || k > poolSize || poolSize > kMaxIndividual) return nullptr;
+  if (c.DurationsKept.size() != static_cast<std::size_t>(poolSize) + 1)
+    c.DurationsKept.assign(static_cast<std::size_t>(poolSize) + 1, DurationSums{});  // once a workspace
+  return &c.DurationsKept[static_cast<std::size_t>(k)];
 }
 double StageStatsEngine::TimeUnit() const { return S.settings.TimeUnit; }
 
@@ -98,6 +122,11 @@ void StageStatsEngine::PreadultDurations() {
   auto& w = W.stageStats;
   const auto& c = W.cohort;
   for (long i = 1; i <= c.CohortSize; ++i) {
+    DurationSums* kept = KeptDurations(i);
+    if (kept && kept->preadultKnown) {
+      w.PreadultDuration(i) = kept->preadult;
+      continue;
+    }
     double p = 0;
     for (long j = 1; j <= m() - 1; ++j) {
       const double d = c.StageDuration(i, j);
@@ -109,6 +138,10 @@ void StageStatsEngine::PreadultDurations() {
       }
     }
     w.PreadultDuration(i) = p;
+    if (kept) {
+      kept->preadult = p;
+      kept->preadultKnown = true;
+    }
   }
 }
 

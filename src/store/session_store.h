@@ -200,6 +200,14 @@ struct WalkScript {
   WalkEvent events[kMaxEvents];
 };
 
+// What the stage durations of one individual give, whatever the sample she is drawn into.
+struct DurationSums {
+  bool longevityKnown = false;
+  double steps = 0, longevity = 0;  // her longevity in time units and in rate units
+  bool preadultKnown = false;
+  double preadult = 0;  // her time before the adult stage
+};
+
 struct Cohort {
   int CohortSize = 0;
   // The individual of the bootstrap pool whose rows stand whole at each place of a sample, 0
@@ -208,6 +216,7 @@ struct Cohort {
   IndIntVec RowSource{"RowSource"};
   std::vector<FemaleDaySums> DaySums;
   std::vector<WalkScript> WalkScripts;  // by individual of the pool, like DaySums
+  std::vector<DurationSums> DurationsKept;  // the same
   IndIntVec IndividualNo{"IndividualNo"};
   IndStrVec IndividualSex{"IndividualSex"};
   Mat<double, kMaxIndividual, kMaxStage> StageDuration{"StageDuration"};
