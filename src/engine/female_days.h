@@ -84,4 +84,19 @@ inline void WalkFirstDay(const Cohort& C, int i, int m, FemaleDaySums& s) {
   s.firstKnown = true;
 }
 
+// Of days 1..limit (limit <= kMaxAge), those before her closing mark, the first negative value.
+inline long DaysBeforeMark(Cohort& C, int i, long limit) {
+  FemaleDaySums* kept = KeptDaySums(C, i);
+  if (kept && kept->markKnown) return kept->beforeMark < limit ? kept->beforeMark : limit;
+  const long scan = kept ? kMaxAge : limit;
+  const double* f = &C.Fecundity(i, 1);
+  long n = 0;
+  while (n < scan && !(f[n] < 0)) ++n;
+  if (kept) {
+    kept->beforeMark = n;
+    kept->markKnown = true;
+  }
+  return n < limit ? n : limit;
+}
+
 }  // namespace korvan

@@ -31,7 +31,7 @@ void LifeTableEngine::Life01Gosub100() {
   const auto& C = W.cohort;
   const int m = S.header.StageCount;
   const int N = C.CohortSize;
-  const double tu = S.settings.TimeUnit;
+  const TimeUnitRule tu(S.settings.TimeUnit);
   const double boot = W.run.Boot;
   for (int j = 1; j <= m; ++j) {
     int count = N;
@@ -61,7 +61,7 @@ void LifeTableEngine::Life01Gosub290() {
   const auto& C = W.cohort;
   const int m = S.header.StageCount;
   const int N = C.CohortSize;
-  const double tu = S.settings.TimeUnit;
+  const TimeUnitRule tu(S.settings.TimeUnit);
   const double boot = W.run.Boot;
   // The time from birth to the end of each stage, D(1) + ... + D(j), as far as the durations
   // stay positive (past that, the sum as far as it came), formed once per individual; each
@@ -140,7 +140,7 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
   const int m = S.header.StageCount;
   const int T = S.header.TypeCount;
   const int N = C.CohortSize;
-  const double tu = S.settings.TimeUnit;
+  const TimeUnitRule tu(S.settings.TimeUnit);
   const double boot = W.run.Boot;
   auto& counts = cumulative ? L.TypeCumCount : L.TypeStageCount;
   auto& means = cumulative ? L.TypeCumMean : L.TypeStageMean;

@@ -1,16 +1,35 @@
 // Life03: the day-by-day walk of every individual through its stages into n(x,j), with the
 // growth and development probabilities g(x,j) and d(x,j) built as sums of 1/n; then the
 // female fecundity on the age axis, s(x,j), the stage age ranges and the cohort's cost.
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
+#include <utility>
 #include <vector>
 
+#include "engine/female_days.h"
 #include "engine/life_table_engine.h"
 #include "text/short_text.h"
 #include "text/numbers.h"
 
 namespace korvan {
+
+namespace {
+
+// Cells row[0..n) set to +0, n at most kMaxStage + 1: a few stores, inline.
+template <int K>
+void ClearFixed(double* row) {
+  for (int j = 0; j < K; ++j) row[j] = 0;
+}
+template <int... K>
+void ClearUpTo(double* row, int n, std::integer_sequence<int, K...>) {
+  ((n == K ? ClearFixed<K>(row) : void()), ...);
+}
+inline void ClearCells(double* row, int n) {
+  ClearUpTo(row, n, std::make_integer_sequence<int, static_cast<int>(kMaxStage) + 2>{});
+}
+
+}  // namespace
 
 void LifeTableEngine::Life03() {
   FlowEngine("Life03");
@@ -19,11 +38,10 @@ void LifeTableEngine::Life03() {
   const int m = S.header.StageCount;
   if (m + 1 <= kMaxStage && T.LastAge + 1 <= kMaxAge) {
     // Within the rows: each row's cells 1..m+1 cleared at once.
-    const std::size_t cells = static_cast<std::size_t>(m + 1) * sizeof(double);
     for (long x = 0; x <= T.LastAge + 1; ++x) {
       for (double* row : {&T.Nxj(x, 1), &T.Gxj(x, 1), &T.Dxj(x, 1), &T.Fxj(x, 1), &T.Sxj(x, 1), &T.Pxj(x, 1),
                           &T.Qxj(x, 1), &T.Mxj(x, 1), &L.FxjTotal(x, 1)})
-        std::memset(row, 0, cells);
+        ClearCells(row, m + 1);
       T.NAge(x) = 0;
       T.Lx(x) = 0;
       L.FxjCumulative(x) = 0;
@@ -275,16 +293,26 @@ struct RecordingSink {
   }
 };
 
-void Replay(const WalkScript& script, CountingSink& sink, AgeStageTables& T) {
-  for (int n = 0; n < script.count; ++n) {
-    const WalkEvent& e = script.events[n];
-    switch (e.kind) {
-      case WalkEvent::kRun: sink.StayRun(e.x, e.days, e.row); break;
-      case WalkEvent::kCount: T.Nxj(e.x, e.row) += 1; break;
-      case WalkEvent::kStay: sink.Stay(e.x, e.row); break;
-      case WalkEvent::kMove: sink.Move(e.x, e.row, e.from); break;
-    }
+// Puts the events of a finished script in order of kind (whole counts: the order of their
+// additions does not matter).
+void SortByKind(WalkScript& script) {
+  WalkEvent sorted[WalkScript::kMaxEvents];
+  int at = 0;
+  for (int kind = 0; kind < 4; ++kind) {
+    for (int n = 0; n < script.count; ++n)
+      if (script.events[n].kind == kind) sorted[at++] = script.events[n];
+    script.ends[kind] = at;
   }
+  std::copy(sorted, sorted + at, script.events);
+}
+
+void Replay(const WalkScript& script, CountingSink& sink, AgeStageTables& T) {
+  const WalkEvent* e = script.events;
+  int n = 0;
+  for (; n < script.ends[WalkEvent::kRun]; ++n) sink.StayRun(e[n].x, e[n].days, e[n].row);
+  for (; n < script.ends[WalkEvent::kCount]; ++n) T.Nxj(e[n].x, e[n].row) += 1;
+  for (; n < script.ends[WalkEvent::kStay]; ++n) sink.Stay(e[n].x, e[n].row);
+  for (; n < script.ends[WalkEvent::kMove]; ++n) sink.Move(e[n].x, e[n].row, e[n].from);
 }
 
 // The script kept for the pool individual whose rows stand at place i, or nullptr.
@@ -396,6 +424,7 @@ void LifeTableEngine::Life03Gosub120() {
       // whose last age reaches lastX.
       if (sink.script && L.CurrentStage(i) > m) {
         sink.script->lastX = lastX;
+        SortByKind(*sink.script);
         sink.script->known = true;
       }
     }
@@ -450,7 +479,7 @@ void LifeTableEngine::Life03Gosub1050() {
   FlowEngine("Life03Gosub1050");
   auto& T = W.tables;
   auto& L = W.lifeTable;
-  const auto& C = W.cohort;
+  auto& C = W.cohort;
   const int m = S.header.StageCount;
   const int N = C.CohortSize;
   const int last = T.LastAge;
@@ -470,11 +499,8 @@ void LifeTableEngine::Life03Gosub1050() {
       const double* eggs = &C.Fecundity(i, 1);
       double* fx = &T.Fxj(from, m);
       const long stride = &T.Fxj(1, m) - &T.Fxj(0, m);
-      for (long day = 1; day <= C.MaxLongevity - from; ++day, fx += stride) {
-        const double e = eggs[day - 1];
-        if (e < 0) break;
-        *fx += e;
-      }
+      const long days = DaysBeforeMark(C, i, C.MaxLongevity - from);
+      for (long day = 1; day <= days; ++day, fx += stride) *fx += eggs[day - 1];
       continue;
     }
     for (int a = whole ? static_cast<int>(P) + 1 : 1; a <= C.MaxLongevity; ++a) {

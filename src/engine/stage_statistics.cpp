@@ -266,8 +266,7 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
       // mark are found first, then added age by age in one sweep (each age's sums take the
       // females in their order as before).
       const double* f = &c.Fecundity(i, 1);
-      long days = 0;
-      while (days < adult && !(f[days] < 0)) ++days;
+      const long days = DaysBeforeMark(W.cohort, static_cast<int>(i), adult);
       double* females = &w.FemalesAtAge(start);
       double* eggs = &w.EggsAtAge(start);
       double* squares = &w.EggSquaresAtAge(start);

@@ -181,6 +181,8 @@ struct FemaleDaySums {
   bool firstKnown = false;  // days 1..CInt(d): all eggs and the first day with some
   double lifeEggs = 0;
   long first = 0;
+  bool markKnown = false;  // days 1..beforeMark hold no negative value (at most kMaxAge days)
+  long beforeMark = 0;
 };
 
 // What the day-by-day walk of one individual adds to n(x,j) and to the counts of g and d,
@@ -197,6 +199,7 @@ struct WalkScript {
   bool tooLong = false;  // more events than kept: walked every time
   int lastX = 0;         // the last age walked (0: none)
   int count = 0;
+  int ends[4] = {};      // once known, the events stand by kind: runs, counts, stays, moves
   WalkEvent events[kMaxEvents];
 };
 
