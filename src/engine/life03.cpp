@@ -499,7 +499,7 @@ void LifeTableEngine::Life03Gosub1050() {
       const double* eggs = &C.Fecundity(i, 1);
       double* fx = &T.Fxj(from, m);
       const long stride = &T.Fxj(1, m) - &T.Fxj(0, m);
-      const long days = DaysBeforeMark(C, i, C.MaxLongevity - from);
+      const long days = DaysBeforeMark(C, i, m, C.MaxLongevity - from);
       for (long day = 1; day <= days; ++day, fx += stride) *fx += eggs[day - 1];
       continue;
     }

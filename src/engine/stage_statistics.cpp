@@ -266,7 +266,7 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
       // mark are found first, then added age by age in one sweep (each age's sums take the
       // females in their order as before).
       const double* f = &c.Fecundity(i, 1);
-      const long days = DaysBeforeMark(W.cohort, static_cast<int>(i), adult);
+      const long days = DaysBeforeMark(W.cohort, static_cast<int>(i), m(), adult);
       double* females = &w.FemalesAtAge(start);
       double* eggs = &w.EggsAtAge(start);
       double* squares = &w.EggSquaresAtAge(start);
