@@ -2,6 +2,7 @@
 // growth and development probabilities g(x,j) and d(x,j) built as sums of 1/n; then the
 // female fecundity on the age axis, s(x,j), the stage age ranges and the cohort's cost.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <utility>
@@ -16,18 +17,23 @@ namespace korvan {
 
 namespace {
 
-// Cells row[0..n) set to +0, n at most kMaxStage + 1: a few stores, inline.
+// Cells 0..K-1 of rows 0..ages-1 of each array set to +0 (the rows `stride` apart): a few
+// stores a row, inline. One form for each K up to kMaxStage + 1, chosen once.
 template <int K>
-void ClearFixed(double* row) {
-  for (int j = 0; j < K; ++j) row[j] = 0;
+void ClearRows(double* const* arrays, int count, long stride, long ages) {
+  for (long x = 0; x < ages; ++x) {
+    for (int a = 0; a < count; ++a) {
+      double* row = arrays[a] + x * stride;
+      for (int j = 0; j < K; ++j) row[j] = 0;
+    }
+  }
 }
+using RowClearer = void (*)(double* const*, int, long, long);
 template <int... K>
-void ClearUpTo(double* row, int n, std::integer_sequence<int, K...>) {
-  ((n == K ? ClearFixed<K>(row) : void()), ...);
+constexpr std::array<RowClearer, sizeof...(K)> RowClearers(std::integer_sequence<int, K...>) {
+  return {&ClearRows<K>...};
 }
-inline void ClearCells(double* row, int n) {
-  ClearUpTo(row, n, std::make_integer_sequence<int, static_cast<int>(kMaxStage) + 2>{});
-}
+constexpr auto kRowClearers = RowClearers(std::make_integer_sequence<int, static_cast<int>(kMaxStage) + 2>{});
 
 }  // namespace
 
@@ -36,18 +42,20 @@ void LifeTableEngine::Life03() {
   auto& T = W.tables;
   auto& L = W.lifeTable;
   const int m = S.header.StageCount;
-  if (m + 1 <= kMaxStage && T.LastAge + 1 <= kMaxAge) {
+  const bool inRows = m >= 0 && m + 1 <= kMaxStage && T.LastAge + 1 <= kMaxAge;
+  if (inRows) {
     // Within the rows: each row's cells 1..m+1 cleared at once.
+    double* const arrays[] = {&T.Nxj(0, 1), &T.Gxj(0, 1), &T.Dxj(0, 1), &T.Fxj(0, 1), &T.Sxj(0, 1),
+                              &T.Pxj(0, 1), &T.Qxj(0, 1), &T.Mxj(0, 1), &L.FxjTotal(0, 1)};
+    const long stride = &T.Nxj(1, 1) - &T.Nxj(0, 1);
+    kRowClearers[static_cast<std::size_t>(m + 1)](arrays, 9, stride, T.LastAge + 2);
     for (long x = 0; x <= T.LastAge + 1; ++x) {
-      for (double* row : {&T.Nxj(x, 1), &T.Gxj(x, 1), &T.Dxj(x, 1), &T.Fxj(x, 1), &T.Sxj(x, 1), &T.Pxj(x, 1),
-                          &T.Qxj(x, 1), &T.Mxj(x, 1), &L.FxjTotal(x, 1)})
-        ClearCells(row, m + 1);
       T.NAge(x) = 0;
       T.Lx(x) = 0;
       L.FxjCumulative(x) = 0;
     }
   }
-  for (long x = 0; x <= T.LastAge + 1 && !(m + 1 <= kMaxStage && T.LastAge + 1 <= kMaxAge); ++x) {
+  for (long x = 0; x <= T.LastAge + 1 && !inRows; ++x) {
     for (long j = 1; j <= m + 1; ++j) {
       T.Nxj(x, j) = 0;
       T.Gxj(x, j) = 0;

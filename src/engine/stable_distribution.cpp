@@ -85,6 +85,19 @@ void ParameterEngine::StableAgeStageDistribution(bool /*percentCopy*/) {
       a(x, male) = (t.Dxj(x - 1, m) * a(x - 1, m - 1) + t.Gxj(x - 1, male) * a(x - 1, male)) / q;
   }
   double total = 0;
+  if (last >= 0 && last <= kMaxAge && m >= 0 && m + 1 <= kMaxStage) {
+    // Within the rows: the same sum and quotients, along each row directly.
+    for (int x = 0; x <= last; ++x) {
+      const double* row = &a(x, 1);
+      for (int j = 0; j <= m; ++j) total += row[j];
+    }
+    for (int x = 0; x <= last; ++x) {
+      const double* row = &a(x, 1);
+      double* share = &p.Bxj(x, 1);
+      for (int j = 0; j <= m; ++j) share[j] = row[j] / total * 100;
+    }
+    return;
+  }
   for (int x = 0; x <= last; ++x)
     for (int j = 1; j <= m + 1; ++j) total += a(x, j);
   for (int x = 0; x <= last; ++x)
