@@ -14,15 +14,21 @@ namespace korvan {
 
 void LifeTableEngine::Life01() {
   FlowEngine("Life01");
+  typeListsStand_ = false;
   Life01Gosub100();
   Life01Gosub290();
+  // Both statistics by type run over the same cohort: the second takes the lists of the
+  // individuals of each type that the first made.
   if (W.run.IsResamplingFlag == "y") {
     Life01Gosub570boot();
+    typeListsStand_ = true;
     Life01Gosub790Boot();
   } else {
     Life01Gosub570();
+    typeListsStand_ = true;
     Life01Gosub790();
   }
+  typeListsStand_ = false;
 }
 
 void LifeTableEngine::Life01Gosub100() {
@@ -174,7 +180,7 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
   static thread_local int members[kMaxType + 1][kMaxIndividual + 1];
   static thread_local int memberCount[kMaxType + 1];
   const bool listed = N <= kMaxIndividual && T <= kMaxType;
-  if (listed) {
+  if (listed && !typeListsStand_) {
     for (int t = 1; t <= T; ++t) {
       const std::string& code = S.header.TypeCode(t);
       memberCount[t] = 0;
