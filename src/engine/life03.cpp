@@ -216,11 +216,11 @@ struct CountingSink {
       for (int k = 0; k < kRows; ++k) runEdge[a][k] = 0;
   }
   void Count(AgeStageTables& T, int x, int row) { T.Nxj(x, row) += 1; }
-  void Stay(int x, int k) { ++stay[x - 1][k]; }
+  void Stay(int x, int k, int times = 1) { stay[x - 1][k] = static_cast<std::uint16_t>(stay[x - 1][k] + times); }
   // Stays in row k at ages x..x+days-1, each counted in n(., k) too.
-  void StayRun(int x, int days, int k) {
-    runEdge[x][k] += 1;
-    runEdge[x + days][k] -= 1;
+  void StayRun(int x, int days, int k, int times = 1) {
+    runEdge[x][k] = static_cast<std::int16_t>(runEdge[x][k] + times);
+    runEdge[x + days][k] = static_cast<std::int16_t>(runEdge[x + days][k] - times);
   }
   // The runs into n (whole counts: their order of addition does not matter) and the stays.
   void AddRuns(AgeStageTables& T, int m, int lastAge) {
@@ -234,11 +234,11 @@ struct CountingSink {
       }
     }
   }
-  void Move(int x, int cell, int from) {
+  void Move(int x, int cell, int from, int times = 1) {
     if (cell == from)
-      ++move[x - 1][cell];
+      move[x - 1][cell] = static_cast<std::uint16_t>(move[x - 1][cell] + times);
     else
-      ++maleMove[x - 1];
+      maleMove[x - 1] = static_cast<std::uint16_t>(maleMove[x - 1] + times);
   }
   // Adds 1/n(a,row) `count` times to a cell, one addition after the other as the walk did.
   static void AddRepeated(double& cell, int count, double n) {
@@ -314,13 +314,15 @@ void SortByKind(WalkScript& script) {
   std::copy(sorted, sorted + at, script.events);
 }
 
-void Replay(const WalkScript& script, CountingSink& sink, AgeStageTables& T) {
+// The events of a script, for `times` individuals who walked it (whole counts: the same as
+// adding them one individual after the other).
+void Replay(const WalkScript& script, int times, CountingSink& sink, AgeStageTables& T) {
   const WalkEvent* e = script.events;
   int n = 0;
-  for (; n < script.ends[WalkEvent::kRun]; ++n) sink.StayRun(e[n].x, e[n].days, e[n].row);
-  for (; n < script.ends[WalkEvent::kCount]; ++n) T.Nxj(e[n].x, e[n].row) += 1;
-  for (; n < script.ends[WalkEvent::kStay]; ++n) sink.Stay(e[n].x, e[n].row);
-  for (; n < script.ends[WalkEvent::kMove]; ++n) sink.Move(e[n].x, e[n].row, e[n].from);
+  for (; n < script.ends[WalkEvent::kRun]; ++n) sink.StayRun(e[n].x, e[n].days, e[n].row, times);
+  for (; n < script.ends[WalkEvent::kCount]; ++n) T.Nxj(e[n].x, e[n].row) += times;
+  for (; n < script.ends[WalkEvent::kStay]; ++n) sink.Stay(e[n].x, e[n].row, times);
+  for (; n < script.ends[WalkEvent::kMove]; ++n) sink.Move(e[n].x, e[n].row, e[n].from, times);
 }
 
 // The script kept for the pool individual whose rows stand at place i, or nullptr.
@@ -381,12 +383,17 @@ void LifeTableEngine::Life03Gosub120() {
     static thread_local CountingSink counts;  // made once per thread; the walk allocates nothing
     counts.Clear(T.LastAge);
     const int poolSize = S.pool.OriginalCohortSize;
+    // The pool individuals whose kept walks stand in this sample, and how often each was drawn.
+    int draws[kMaxIndividual + 1] = {};
+    int drawn[kMaxIndividual + 1];
+    int distinct = 0;
     int lastWalked = 0;  // the individual walked last at the last age
     for (int i = 1; i <= N; ++i) {
       // A walk that ended before the last age, kept from an earlier sample, is added again.
       WalkScript* script = KeptWalk(C, i, poolSize);
       if (script && script->known && script->lastX <= T.LastAge) {
-        Replay(*script, counts, T);
+        const int k = C.RowSource(i);
+        if (draws[k]++ == 0) drawn[distinct++] = k;
         if (script->lastX == T.LastAge && script->lastX > 0) lastWalked = i;
         continue;
       }
@@ -435,6 +442,12 @@ void LifeTableEngine::Life03Gosub120() {
         SortByKind(*sink.script);
         sink.script->known = true;
       }
+    }
+    // Each kept walk once, for all the places that drew her.
+    for (int d = 0; d < distinct; ++d) {
+      const int k = drawn[d];
+      Replay(C.WalkScripts[static_cast<std::size_t>(k)], draws[k], counts, T);
+      draws[k] = 0;
     }
     counts.AddRuns(T, m, T.LastAge);
     counts.AddTo(T, m, T.LastAge);
