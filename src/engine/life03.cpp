@@ -2,40 +2,17 @@
 // growth and development probabilities g(x,j) and d(x,j) built as sums of 1/n; then the
 // female fecundity on the age axis, s(x,j), the stage age ranges and the cohort's cost.
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
+#include "engine/age_stage_rows.h"
 #include "engine/female_days.h"
 #include "engine/life_table_engine.h"
 #include "text/short_text.h"
 #include "text/numbers.h"
 
 namespace korvan {
-
-namespace {
-
-// Cells 0..K-1 of rows 0..ages-1 of each array set to +0 (the rows `stride` apart): a few
-// stores a row, inline. One form for each K up to kMaxStage + 1, chosen once.
-template <int K>
-void ClearRows(double* const* arrays, int count, long stride, long ages) {
-  for (long x = 0; x < ages; ++x) {
-    for (int a = 0; a < count; ++a) {
-      double* row = arrays[a] + x * stride;
-      for (int j = 0; j < K; ++j) row[j] = 0;
-    }
-  }
-}
-using RowClearer = void (*)(double* const*, int, long, long);
-template <int... K>
-constexpr std::array<RowClearer, sizeof...(K)> RowClearers(std::integer_sequence<int, K...>) {
-  return {&ClearRows<K>...};
-}
-constexpr auto kRowClearers = RowClearers(std::make_integer_sequence<int, static_cast<int>(kMaxStage) + 2>{});
-
-}  // namespace
 
 void LifeTableEngine::Life03() {
   FlowEngine("Life03");
@@ -48,7 +25,7 @@ void LifeTableEngine::Life03() {
     double* const arrays[] = {&T.Nxj(0, 1), &T.Gxj(0, 1), &T.Dxj(0, 1), &T.Fxj(0, 1), &T.Sxj(0, 1),
                               &T.Pxj(0, 1), &T.Qxj(0, 1), &T.Mxj(0, 1), &L.FxjTotal(0, 1)};
     const long stride = &T.Nxj(1, 1) - &T.Nxj(0, 1);
-    kRowClearers[static_cast<std::size_t>(m + 1)](arrays, 9, stride, T.LastAge + 2);
+    ClearAgeStageRows(arrays, 9, stride, m + 1, T.LastAge + 2);
     for (long x = 0; x <= T.LastAge + 1; ++x) {
       T.NAge(x) = 0;
       T.Lx(x) = 0;
