@@ -175,6 +175,7 @@ void Resampling::DrawSampleOnce() {
   R.BootNfrReal(b) = 0;
   R.BootCANf(b) = 0;
   W.boot.SampleFecunditySum = 0;
+  predation_ = S.options.PredationPresent == "Yes";
   const int N = S.pool.OriginalCohortSize;
   const int n = R.BootSampleSize;
   for (int position = 1; position <= n; ++position) {
@@ -230,7 +231,7 @@ void Resampling::CopyIndividual(int position, int k, bool stopAtDeath) {
 
 // A predator's daily consumption goes with it into the sample, for the days it lived.
 void Resampling::CopyConsumption(int position, int k) {
-  if (S.options.PredationPresent != "Yes") return;
+  if (!predation_) return;
   const std::int32_t days = TotalLongevityOf(S.pool.OriginalStageDuration, k, S.header.StageCount);
   if (days < 1) return;
   if (days > kMaxAge + 1) throw SubscriptFault(S.pool.OriginalConsumption.Name());
@@ -276,6 +277,7 @@ void Resampling::BootstrapSameboots() {
   const long b = SampleNo();
   BootstrapRecord& R = S.boot;
   W.boot.SampleFecunditySum = 0;
+  predation_ = S.options.PredationPresent == "Yes";
   const int n = R.BootSampleSize;
   for (int position = 1; position <= n; ++position) {
     const int k = R.SavedBootIndividuals(position, b);

@@ -64,6 +64,7 @@ class Resampling : public Procedures {
 
   UniformGenerator& gen_;
   const PoolSummary* pool_ = nullptr;
+  bool predation_ = false;  // consumption goes with the individuals; set once a sample
 };
 
 // Fills EffectiveList, IneffectiveList and their counts from the marks of samples 1..B, in

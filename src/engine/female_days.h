@@ -84,4 +84,28 @@ inline void WalkFirstDay(const Cohort& C, int i, int m, FemaleDaySums& s) {
   s.firstKnown = true;
 }
 
+// Of days 1..limit (limit <= kMaxAge), those before her closing mark, the first negative value.
+// Kept only when the mark lies within her own days, 1..d+1, the ones a sample copies from the
+// pool: past them a sample's row holds whatever stood there before.
+inline long DaysBeforeMark(Cohort& C, int i, int m, long limit) {
+  FemaleDaySums* kept = KeptDaySums(C, i);
+  if (kept && kept->markKnown) return kept->beforeMark < limit ? kept->beforeMark : limit;
+  const double* f = &C.Fecundity(i, 1);
+  if (kept) {
+    const double d = C.StageDuration(i, m);
+    long own = 0;
+    while (own < kMaxAge && own + 1 <= d + 1) ++own;
+    long n = 0;
+    while (n < own && !(f[n] < 0)) ++n;
+    if (n < own) {
+      kept->beforeMark = n;
+      kept->markKnown = true;
+      return n < limit ? n : limit;
+    }
+  }
+  long n = 0;
+  while (n < limit && !(f[n] < 0)) ++n;
+  return n;
+}
+
 }  // namespace korvan

@@ -14,15 +14,21 @@ namespace korvan {
 
 void LifeTableEngine::Life01() {
   FlowEngine("Life01");
+  typeListsStand_ = false;
   Life01Gosub100();
   Life01Gosub290();
+  // Both statistics by type run over the same cohort: the second takes the lists of the
+  // individuals of each type that the first made.
   if (W.run.IsResamplingFlag == "y") {
     Life01Gosub570boot();
+    typeListsStand_ = true;
     Life01Gosub790Boot();
   } else {
     Life01Gosub570();
+    typeListsStand_ = true;
     Life01Gosub790();
   }
+  typeListsStand_ = false;
 }
 
 void LifeTableEngine::Life01Gosub100() {
@@ -31,7 +37,7 @@ void LifeTableEngine::Life01Gosub100() {
   const auto& C = W.cohort;
   const int m = S.header.StageCount;
   const int N = C.CohortSize;
-  const double tu = S.settings.TimeUnit;
+  const TimeUnitRule tu(S.settings.TimeUnit);
   const double boot = W.run.Boot;
   for (int j = 1; j <= m; ++j) {
     int count = N;
@@ -61,19 +67,47 @@ void LifeTableEngine::Life01Gosub290() {
   const auto& C = W.cohort;
   const int m = S.header.StageCount;
   const int N = C.CohortSize;
-  const double tu = S.settings.TimeUnit;
+  const TimeUnitRule tu(S.settings.TimeUnit);
   const double boot = W.run.Boot;
-  for (int j = 1; j <= m; ++j) {
-    int count = 0;
-    double s = 0, q = 0;
-    for (int i = 1; i <= N; ++i) {
-      double c = 0;
-      const bool whole = PositiveDurationSum(C, i, 1, j, c);
+  // The time from birth to the end of each stage, D(1) + ... + D(j), as far as the durations
+  // stay positive (past that, the sum as far as it came), formed once per individual; each
+  // stage's sums still take the individuals in their order. Beyond the bounds, stage by stage
+  // as the rows meet their fault.
+  int counts[kMaxStage + 1] = {};
+  double sums[kMaxStage + 1] = {}, squares[kMaxStage + 1] = {};
+  const bool inBounds = m <= kMaxStage && N <= kMaxIndividual;
+  for (int i = 1; inBounds && i <= N; ++i) {
+    double c = 0;
+    bool whole = true;
+    for (int j = 1; j <= m; ++j) {
+      if (whole) {
+        const double D = C.StageDuration(i, j);
+        if (D <= 0)
+          whole = false;
+        else
+          c += D;
+      }
       L.CumulativeDuration(i, j) = c;
       if (!whole) continue;
-      AddDuration(c, tu, s, q);
-      ++count;
+      AddDuration(c, tu, sums[j], squares[j]);
+      ++counts[j];
     }
+  }
+  for (int j = 1; j <= m; ++j) {
+    if (!inBounds) {
+      for (int i = 1; i <= N; ++i) {
+        double c = 0;
+        const bool whole = PositiveDurationSum(C, i, 1, j, c);
+        L.CumulativeDuration(i, j) = c;
+        if (!whole) continue;
+        AddDuration(c, tu, sums[0], squares[0]);
+        ++counts[0];
+      }
+    }
+    const int at = inBounds ? j : 0;
+    const int count = counts[at];
+    const double s = sums[at], q = squares[at];
+    if (!inBounds) counts[0] = 0, sums[0] = squares[0] = 0;
     L.CumSurvivors(j) = count;
     if (BasicPass()) Keep().lifeTable.OriginalCumSurvivors(j) = count;
     if (!ApplyStatistics(s, q, count, L.CumMean(j), L.CumVariance(j), L.CumSD(j))) continue;
@@ -112,7 +146,7 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
   const int m = S.header.StageCount;
   const int T = S.header.TypeCount;
   const int N = C.CohortSize;
-  const double tu = S.settings.TimeUnit;
+  const TimeUnitRule tu(S.settings.TimeUnit);
   const double boot = W.run.Boot;
   auto& counts = cumulative ? L.TypeCumCount : L.TypeStageCount;
   auto& means = cumulative ? L.TypeCumMean : L.TypeStageMean;
@@ -146,7 +180,7 @@ void LifeTableEngine::TypeStatistics(bool cumulative, bool clearFirst) {
   static thread_local int members[kMaxType + 1][kMaxIndividual + 1];
   static thread_local int memberCount[kMaxType + 1];
   const bool listed = N <= kMaxIndividual && T <= kMaxType;
-  if (listed) {
+  if (listed && !typeListsStand_) {
     for (int t = 1; t <= T; ++t) {
       const std::string& code = S.header.TypeCode(t);
       memberCount[t] = 0;

@@ -23,7 +23,7 @@ void LifeTableEngine::Life02Gosub80() {
   auto& L = W.lifeTable;
   const auto& C = W.cohort;
   const int N = C.CohortSize;
-  const double tu = S.settings.TimeUnit;
+  const TimeUnitRule tu(S.settings.TimeUnit);
 
   FindSpanStages(S, L.SpanFirstStage, L.SpanLastStage);
 
@@ -47,7 +47,7 @@ void LifeTableEngine::Life02Gosub410() {
   auto& L = W.lifeTable;
   const auto& C = W.cohort;
   const int N = C.CohortSize;
-  const double tu = S.settings.TimeUnit;
+  const TimeUnitRule tu(S.settings.TimeUnit);
   for (int t = 1; t <= S.header.TypeCount; ++t) {
     const std::string& code = S.header.TypeCode(t);
     int count = 0;

@@ -1,10 +1,13 @@
 // Life03: the day-by-day walk of every individual through its stages into n(x,j), with the
 // growth and development probabilities g(x,j) and d(x,j) built as sums of 1/n; then the
 // female fecundity on the age axis, s(x,j), the stage age ranges and the cohort's cost.
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <vector>
 
+#include "engine/age_stage_rows.h"
+#include "engine/female_days.h"
 #include "engine/life_table_engine.h"
 #include "text/short_text.h"
 #include "text/numbers.h"
@@ -16,7 +19,20 @@ void LifeTableEngine::Life03() {
   auto& T = W.tables;
   auto& L = W.lifeTable;
   const int m = S.header.StageCount;
-  for (long x = 0; x <= T.LastAge + 1; ++x) {
+  const bool inRows = m >= 0 && m + 1 <= kMaxStage && T.LastAge + 1 <= kMaxAge;
+  if (inRows) {
+    // Within the rows: each row's cells 1..m+1 cleared at once.
+    double* const arrays[] = {&T.Nxj(0, 1), &T.Gxj(0, 1), &T.Dxj(0, 1), &T.Fxj(0, 1), &T.Sxj(0, 1),
+                              &T.Pxj(0, 1), &T.Qxj(0, 1), &T.Mxj(0, 1), &L.FxjTotal(0, 1)};
+    const long stride = &T.Nxj(1, 1) - &T.Nxj(0, 1);
+    ClearAgeStageRows(arrays, 9, stride, m + 1, T.LastAge + 2);
+    for (long x = 0; x <= T.LastAge + 1; ++x) {
+      T.NAge(x) = 0;
+      T.Lx(x) = 0;
+      L.FxjCumulative(x) = 0;
+    }
+  }
+  for (long x = 0; x <= T.LastAge + 1 && !inRows; ++x) {
     for (long j = 1; j <= m + 1; ++j) {
       T.Nxj(x, j) = 0;
       T.Gxj(x, j) = 0;
@@ -64,8 +80,8 @@ inline void EnterNext(Walker& v, int next, int dead) {
   }
 }
 
-// The steps of the walk of an individual at age x. They count n(x,.) and hand the sink the
-// events of g and d: Stay(x, k), one more 1/n(x-1,k) for g(x-1,k); Move(x, cell, from), one
+// The steps of the walk of an individual at age x. They hand the sink one more individual in
+// n(x,row), Count(T, x, row), and the events of g and d: Stay(x, k), one more 1/n(x-1,k) for g(x-1,k); Move(x, cell, from), one
 // more 1/n(x-1,from) for d(x-1,cell). Every addition to a cell of g or d adds the same value,
 // 1/n of one row at age x-1, which is complete before age x is walked.
 
@@ -76,7 +92,7 @@ template <class Sink>
 inline void WalkPreadult(AgeStageTables& T, Walker& v, bool toMale, int m, int x, Sink& sink) {
   const int k = v.stage;
   if (v.left != 0) {
-    T.Nxj(x, k) += 1;
+    sink.Count(T, x, k);
     sink.Stay(x, k);
     if (v.left > 0) {
       v.left -= 1;
@@ -91,7 +107,7 @@ inline void WalkPreadult(AgeStageTables& T, Walker& v, bool toMale, int m, int x
     v.row[k] = v.left;
     const int past = toMale ? 1 : 0;
     sink.Move(x, k + past, k);
-    T.Nxj(x, k + 1 + past) += 1;
+    sink.Count(T, x, k + 1 + past);
     EnterNext(v, k + 1, m + 1);
   }
 }
@@ -105,7 +121,7 @@ inline void WalkAdult(AgeStageTables& T, Walker& v, bool female, int m, int x, S
     return;
   }
   const int row = female ? m : m + 1;
-  T.Nxj(x, row) += 1;
+  sink.Count(T, x, row);
   sink.Stay(x, row);
   v.left -= 1;
   if (v.left == 0) {
@@ -153,6 +169,7 @@ double RepeatedInverseSum(int n, int count) {
 // The events added to g and d at once, as the walk meets them.
 struct AddingSink {
   AgeStageTables& T;
+  void Count(AgeStageTables& tables, int x, int row) { tables.Nxj(x, row) += 1; }
   void Stay(int x, int k) { T.Gxj(x - 1, k) += 1 / T.Nxj(x - 1, k); }
   void Move(int x, int cell, int from) { T.Dxj(x - 1, cell) += 1 / T.Nxj(x - 1, from); }
 };
@@ -175,11 +192,12 @@ struct CountingSink {
     for (int a = 0; a <= lastAge + 1 && a <= kMaxAge + 1; ++a)
       for (int k = 0; k < kRows; ++k) runEdge[a][k] = 0;
   }
-  void Stay(int x, int k) { ++stay[x - 1][k]; }
+  void Count(AgeStageTables& T, int x, int row) { T.Nxj(x, row) += 1; }
+  void Stay(int x, int k, int times = 1) { stay[x - 1][k] = static_cast<std::uint16_t>(stay[x - 1][k] + times); }
   // Stays in row k at ages x..x+days-1, each counted in n(., k) too.
-  void StayRun(int x, int days, int k) {
-    runEdge[x][k] += 1;
-    runEdge[x + days][k] -= 1;
+  void StayRun(int x, int days, int k, int times = 1) {
+    runEdge[x][k] = static_cast<std::int16_t>(runEdge[x][k] + times);
+    runEdge[x + days][k] = static_cast<std::int16_t>(runEdge[x + days][k] - times);
   }
   // The runs into n (whole counts: their order of addition does not matter) and the stays.
   void AddRuns(AgeStageTables& T, int m, int lastAge) {
@@ -193,11 +211,11 @@ struct CountingSink {
       }
     }
   }
-  void Move(int x, int cell, int from) {
+  void Move(int x, int cell, int from, int times = 1) {
     if (cell == from)
-      ++move[x - 1][cell];
+      move[x - 1][cell] = static_cast<std::uint16_t>(move[x - 1][cell] + times);
     else
-      ++maleMove[x - 1];
+      maleMove[x - 1] = static_cast<std::uint16_t>(maleMove[x - 1] + times);
   }
   // Adds 1/n(a,row) `count` times to a cell, one addition after the other as the walk did.
   static void AddRepeated(double& cell, int count, double n) {
@@ -223,37 +241,107 @@ struct CountingSink {
   }
 };
 
+// Hands the events on to the counting sink and notes them in a script (none: script null).
+// A script that would run past its room is dropped and marked too long.
+struct RecordingSink {
+  CountingSink& sink;
+  WalkScript* script;
+  void Note(WalkEvent::Kind kind, int x, int days, int row, int from) {
+    if (!script) return;
+    if (script->count == WalkScript::kMaxEvents) {
+      script->tooLong = true;
+      script = nullptr;
+      return;
+    }
+    WalkEvent& e = script->events[script->count++];
+    e.kind = kind;
+    e.x = static_cast<std::int16_t>(x);
+    e.days = static_cast<std::int16_t>(days);
+    e.row = static_cast<std::uint8_t>(row);
+    e.from = static_cast<std::uint8_t>(from);
+  }
+  void Count(AgeStageTables& T, int x, int row) {
+    sink.Count(T, x, row);
+    Note(WalkEvent::kCount, x, 0, row, 0);
+  }
+  void Stay(int x, int k) {
+    sink.Stay(x, k);
+    Note(WalkEvent::kStay, x, 0, k, 0);
+  }
+  void StayRun(int x, int days, int k) {
+    sink.StayRun(x, days, k);
+    Note(WalkEvent::kRun, x, days, k, 0);
+  }
+  void Move(int x, int cell, int from) {
+    sink.Move(x, cell, from);
+    Note(WalkEvent::kMove, x, 0, cell, from);
+  }
+};
+
+// Puts the events of a finished script in order of kind (whole counts: the order of their
+// additions does not matter).
+void SortByKind(WalkScript& script) {
+  WalkEvent sorted[WalkScript::kMaxEvents];
+  int at = 0;
+  for (int kind = 0; kind < 4; ++kind) {
+    for (int n = 0; n < script.count; ++n)
+      if (script.events[n].kind == kind) sorted[at++] = script.events[n];
+    script.ends[kind] = at;
+  }
+  std::copy(sorted, sorted + at, script.events);
+}
+
+// The events of a script, for `times` individuals who walked it (whole counts: the same as
+// adding them one individual after the other).
+void Replay(const WalkScript& script, int times, CountingSink& sink, AgeStageTables& T) {
+  const WalkEvent* e = script.events;
+  int n = 0;
+  for (; n < script.ends[WalkEvent::kRun]; ++n) sink.StayRun(e[n].x, e[n].days, e[n].row, times);
+  for (; n < script.ends[WalkEvent::kCount]; ++n) T.Nxj(e[n].x, e[n].row) += times;
+  for (; n < script.ends[WalkEvent::kStay]; ++n) sink.Stay(e[n].x, e[n].row, times);
+  for (; n < script.ends[WalkEvent::kMove]; ++n) sink.Move(e[n].x, e[n].row, e[n].from, times);
+}
+
+// The script kept for the pool individual whose rows stand at place i, or nullptr.
+WalkScript* KeptWalk(Cohort& C, int i, int poolSize) {
+  const int k = C.RowSource(i);
+  if (k < 1 || k > poolSize || poolSize > kMaxIndividual) return nullptr;
+  if (C.WalkScripts.size() != static_cast<std::size_t>(poolSize) + 1)
+    C.WalkScripts.assign(static_cast<std::size_t>(poolSize) + 1, WalkScript{});  // once a workspace
+  return &C.WalkScripts[static_cast<std::size_t>(k)];
+}
+
+// Age 0 of individual i: it is in stage 1 and n(0,1) = N stands; the day is taken off.
+inline void StartWalk(LifeTableWork& L, int i, int m) {
+  double& w = L.RemainingDuration(i, 1);
+  L.CurrentStage(i) = 1;
+  if (w > 0) {
+    w -= 1;
+  } else if (w < 0) {
+    w += 1;
+    if (w >= 0) L.CurrentStage(i) = m + 1;  // its only day was age 0
+  }
+}
+
 }  // namespace
 
 void LifeTableEngine::Life03Gosub120() {
   FlowEngine("Life03Gosub120");
   auto& T = W.tables;
   auto& L = W.lifeTable;
-  const auto& C = W.cohort;
+  auto& C = W.cohort;
   const int m = S.header.StageCount;
   const int N = C.CohortSize;
-
-  for (int i = 1; i <= N; ++i)
-    for (int j = 1; j <= m; ++j) L.RemainingDuration(i, j) = C.StageDuration(i, j);
-
-  // Age 0: everybody is in stage 1, and n(0,1) = N stands; the day is taken off.
-  for (int i = 1; i <= N; ++i) {
-    double& w = L.RemainingDuration(i, 1);
-    L.CurrentStage(i) = 1;
-    if (w > 0) {
-      w -= 1;
-    } else if (w < 0) {
-      w += 1;
-      if (w >= 0) L.CurrentStage(i) = m + 1;  // its only day was age 0
-    }
-  }
 
   // With a flow record the walk goes age by age through the procedures that record
   // themselves. Otherwise it goes individual by individual, each one's days in a row (an
   // individual's steps depend on nobody else's), and the sums of g and d follow.
   const std::string& flowMode = S.options.FlowMode;
   const bool recorded = !(flowMode.empty() || flowMode[0] == 'N');
-  if (recorded || m + 1 >= CountingSink::kRows || T.LastAge > kMaxAge) {
+  if (recorded || m + 1 >= CountingSink::kRows || T.LastAge > kMaxAge || N > kMaxIndividual) {
+    for (int i = 1; i <= N; ++i)
+      for (int j = 1; j <= m; ++j) L.RemainingDuration(i, j) = C.StageDuration(i, j);
+    for (int i = 1; i <= N; ++i) StartWalk(L, i, m);
     for (int x = 1; x <= T.LastAge; ++x) {
       L.WalkAge = x;
       for (int i = 1; i <= N; ++i) {
@@ -269,43 +357,77 @@ void LifeTableEngine::Life03Gosub120() {
       }
     }
   } else {
-    static thread_local CountingSink sink;  // made once per thread; the walk allocates nothing
-    sink.Clear(T.LastAge);
+    static thread_local CountingSink counts;  // made once per thread; the walk allocates nothing
+    counts.Clear(T.LastAge);
+    const int poolSize = S.pool.OriginalCohortSize;
+    // The pool individuals whose kept walks stand in this sample, and how often each was drawn.
+    int draws[kMaxIndividual + 1] = {};
+    int drawn[kMaxIndividual + 1];
+    int distinct = 0;
     int lastWalked = 0;  // the individual walked last at the last age
     for (int i = 1; i <= N; ++i) {
-      if (L.CurrentStage(i) > m) continue;
-      const bool female = IsText(C.IndividualSex(i), 'F');
-      Walker v = TakeWalker(L, i, m);
-      for (int x = 1; x <= T.LastAge;) {
-        if (v.stage > m) break;  // the stage only grows: dead or gone for good
-        const int k = v.stage;
-        const double left = v.left;
-        const bool adult = k >= m;
-        // A whole number of days left (in an adult stage, a positive one): each of them is a
-        // day in the stage, counted in n and g, and the last one ends it only when the
-        // individual dies in it or its adult life runs out. A move waits for the next step.
-        if (left != 0 && left == std::floor(left) && std::fabs(left) <= kMaxAge && (!adult || left > 0)) {
-          const int run = static_cast<int>(std::fabs(left));
-          const int days = run < T.LastAge - x + 1 ? run : T.LastAge - x + 1;
-          const int row = adult ? (female ? m : m + 1) : k;
-          sink.StayRun(x, days, row);
-          if (x + days - 1 == T.LastAge) lastWalked = i;
-          x += days;
-          v.left = left > 0 ? left - days : left + days;
-          if (v.left == 0 && (adult || left < 0)) {
-            v.row[k] = v.left;
-            v.stage = m + 1;
-          }
-          continue;
-        }
-        WalkStep(T, v, female, m, x, sink);
-        if (x == T.LastAge) lastWalked = i;
-        ++x;
+      // A walk that ended before the last age, kept from an earlier sample, is added again.
+      WalkScript* script = KeptWalk(C, i, poolSize);
+      if (script && script->known && script->lastX <= T.LastAge) {
+        const int k = C.RowSource(i);
+        if (draws[k]++ == 0) drawn[distinct++] = k;
+        if (script->lastX == T.LastAge && script->lastX > 0) lastWalked = i;
+        continue;
       }
-      PutWalker(L, i, m, v);
+      if (script && (script->known || script->tooLong)) script = nullptr;  // nothing to note
+      if (script) script->count = 0;
+      RecordingSink sink{counts, script};
+      for (int j = 1; j <= m; ++j) L.RemainingDuration(i, j) = C.StageDuration(i, j);
+      StartWalk(L, i, m);
+      int lastX = 0;
+      if (L.CurrentStage(i) <= m) {
+        const bool female = IsText(C.IndividualSex(i), 'F');
+        Walker v = TakeWalker(L, i, m);
+        for (int x = 1; x <= T.LastAge;) {
+          if (v.stage > m) break;  // the stage only grows: dead or gone for good
+          const int k = v.stage;
+          const double left = v.left;
+          const bool adult = k >= m;
+          // A whole number of days left (in an adult stage, a positive one): each of them is
+          // a day in the stage, counted in n and g, and the last one ends it only when the
+          // individual dies in it or its adult life runs out. A move waits for the next step.
+          if (left != 0 && left == std::floor(left) && std::fabs(left) <= kMaxAge && (!adult || left > 0)) {
+            const int run = static_cast<int>(std::fabs(left));
+            const int days = run < T.LastAge - x + 1 ? run : T.LastAge - x + 1;
+            const int row = adult ? (female ? m : m + 1) : k;
+            sink.StayRun(x, days, row);
+            x += days;
+            lastX = x - 1;
+            v.left = left > 0 ? left - days : left + days;
+            if (v.left == 0 && (adult || left < 0)) {
+              v.row[k] = v.left;
+              v.stage = m + 1;
+            }
+            continue;
+          }
+          WalkStep(T, v, female, m, x, sink);
+          lastX = x;
+          ++x;
+        }
+        PutWalker(L, i, m, v);
+      }
+      if (lastX == T.LastAge && lastX > 0) lastWalked = i;
+      // Ended on its own (dead or gone), not at the last age: the same for any later sample
+      // whose last age reaches lastX.
+      if (sink.script && L.CurrentStage(i) > m) {
+        sink.script->lastX = lastX;
+        SortByKind(*sink.script);
+        sink.script->known = true;
+      }
     }
-    sink.AddRuns(T, m, T.LastAge);
-    sink.AddTo(T, m, T.LastAge);
+    // Each kept walk once, for all the places that drew her.
+    for (int d = 0; d < distinct; ++d) {
+      const int k = drawn[d];
+      Replay(C.WalkScripts[static_cast<std::size_t>(k)], draws[k], counts, T);
+      draws[k] = 0;
+    }
+    counts.AddRuns(T, m, T.LastAge);
+    counts.AddTo(T, m, T.LastAge);
     if (T.LastAge >= 1) {
       L.WalkAge = T.LastAge;
       if (lastWalked > 0) L.WalkIndividual = lastWalked;
@@ -355,7 +477,7 @@ void LifeTableEngine::Life03Gosub1050() {
   FlowEngine("Life03Gosub1050");
   auto& T = W.tables;
   auto& L = W.lifeTable;
-  const auto& C = W.cohort;
+  auto& C = W.cohort;
   const int m = S.header.StageCount;
   const int N = C.CohortSize;
   const int last = T.LastAge;
@@ -369,16 +491,14 @@ void LifeTableEngine::Life03Gosub1050() {
     const bool whole = P >= 0 && P < 1e9 && P == std::floor(P);
     if (whole && C.MaxLongevity > P && C.MaxLongevity - P <= kMaxAge && C.MaxLongevity <= kMaxAge + 1) {
       // Her days and the ages they fall on are all within the tables: the rows are walked
-      // directly (a day without eggs adds a zero, which changes no sum).
+      // directly. A day without eggs adds a zero, which changes no sum: the cells start at +0
+      // and take no negative value, so none of them is ever -0.
       const long from = static_cast<long>(P);
       const double* eggs = &C.Fecundity(i, 1);
       double* fx = &T.Fxj(from, m);
       const long stride = &T.Fxj(1, m) - &T.Fxj(0, m);
-      for (long day = 1; day <= C.MaxLongevity - from; ++day, fx += stride) {
-        const double e = eggs[day - 1];
-        if (e < 0) break;
-        if (e != 0) *fx += e;
-      }
+      const long days = DaysBeforeMark(C, i, m, C.MaxLongevity - from);
+      for (long day = 1; day <= days; ++day, fx += stride) *fx += eggs[day - 1];
       continue;
     }
     for (int a = whole ? static_cast<int>(P) + 1 : 1; a <= C.MaxLongevity; ++a) {

@@ -224,7 +224,7 @@ void StageStatsEngine::Life10boot() {
   FlowEngine("Life10boot");
   auto& w = W.stageStats;
   const auto& c = W.cohort;
-  const double tu = TimeUnit();
+  const TimeUnitRule tu(TimeUnit());
   double sum = 0, sumSquares = 0;
   for (long i = 1; i <= c.CohortSize; ++i) {
     const double steps = FormLongevity(i);

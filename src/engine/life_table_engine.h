@@ -61,6 +61,7 @@ class LifeTableEngine : public EngineProcedures {
  private:
   // Life01 helpers shared by the Basic and the replicate forms.
   void TypeStatistics(bool cumulative, bool clearFirst);
+  bool typeListsStand_ = false;  // the lists of each type made by the last TypeStatistics stand
   void DeathsAndSexRates();
   // Life04 helpers.
   void MedianAndSpecificAges();

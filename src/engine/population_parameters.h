@@ -143,6 +143,7 @@ class ParameterEngine : public EngineProcedures {
   // for the r and the time unit they were made with; other ages and values are computed anew.
   void MakeDiscountTable(double r, double timeUnit, int lastAge);
   double DiscountAt(double r, int a, double timeUnit) const;
+  bool FemaleStageValue(AgeStage& v, AgeStage& survivors, int x);
   double discount_[kMaxAge + 2];
   // The rate and the survival column of the walk in hand (Life05Gosub1480 goes on with them).
   double walkR_ = 0;

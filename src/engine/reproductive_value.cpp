@@ -107,6 +107,7 @@ void ParameterEngine::ReproductiveValueWalk(double r, AgeStage& v, AgeStage& sur
   MakeDiscountTable(r, tu, t.LastAge);
   for (int j = firstStage; j <= m; ++j) {
     for (int x = lt.StageFirstAge(j); x <= lt.StageLastAge(j); ++x) {
+      if (j == m && FemaleStageValue(v, survivors, x)) continue;
       double before = t.Sxj(x, j);
       survivors(x, j) = before;
       double acc = DiscountAt(r, x, tu) * before * t.Fxj(x, j);
@@ -129,6 +130,35 @@ void ParameterEngine::ReproductiveValueWalk(double r, AgeStage& v, AgeStage& sur
       }
     }
   }
+}
+
+// v(x,m) of the female stage as the general walk forms it, when its ages lie within the rows
+// and the table of E made for the r of the walk in hand: the same products in the same order,
+// along the rows directly. Of the chances s'(y,m) only s'(x,m) = s(x,m) is kept: the walk of
+// each later start y writes its own s'(y,m) last, and no move leaves the last stage. False:
+// nothing done.
+bool ParameterEngine::FemaleStageValue(AgeStage& v, AgeStage& survivors, int x) {
+  const auto& t = W.tables;
+  const int j = S.header.StageCount;
+  const int stageLast = W.lifeTable.StageLastAge(j);
+  const int yEnd = t.LastAge < stageLast ? t.LastAge : stageLast;
+  if (x < 0 || x > kMaxAge || yEnd > kMaxAge || yEnd > discountLast_ || x > discountLast_) return false;
+  double before = t.Sxj(x, j);
+  survivors(x, j) = before;
+  const double ex = discount_[x];
+  double acc = ex * before * t.Fxj(x, j);
+  if (yEnd > x) {
+    const long stride = &t.Gxj(1, j) - &t.Gxj(0, j);
+    const double* g = &t.Gxj(x, j);
+    const double* f = &t.Fxj(x + 1, j);
+    const double* e = discount_ + x + 1;
+    for (int y = x + 1; y <= yEnd; ++y, g += stride, f += stride, ++e) {
+      before = *g * before;
+      acc = *e * before * *f + acc;
+    }
+  }
+  v(x, j) = acc == 0 ? 0 : (1 / (ex * survivors(x, j))) * acc;
+  return true;
 }
 
 void ParameterEngine::FemaleFiguresBasic() {

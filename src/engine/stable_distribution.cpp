@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string>
 
+#include "engine/age_stage_rows.h"
 #include "engine/population_parameters.h"
 #include "engine/table_text.h"
 #include "text/numbers.h"
@@ -70,8 +71,13 @@ void ParameterEngine::StableAgeStageDistribution(bool /*percentCopy*/) {
   const int last = t.LastAge;
   const double q = S.settings.TimeUnit == 1 ? p.lambda : p.StepFiniteRate;
   auto& a = p.Axj;
-  for (int x = 0; x <= last; ++x)
-    for (int j = 1; j <= m + 1; ++j) a(x, j) = 0;
+  if (last >= 0 && last <= kMaxAge && m >= 0 && m + 1 <= kMaxStage) {
+    double* const rows[] = {&a(0, 1)};
+    ClearAgeStageRows(rows, 1, &a(1, 1) - &a(0, 1), m + 1, last + 1);
+  } else {
+    for (int x = 0; x <= last; ++x)
+      for (int j = 1; j <= m + 1; ++j) a(x, j) = 0;
+  }
   a(0, 1) = 1;
   for (int x = 1; x <= lt.StageLastAge(1); ++x) a(x, 1) = t.Gxj(x - 1, 1) * a(x - 1, 1) / q;
   for (int j = 2; j <= m; ++j) {
@@ -85,6 +91,19 @@ void ParameterEngine::StableAgeStageDistribution(bool /*percentCopy*/) {
       a(x, male) = (t.Dxj(x - 1, m) * a(x - 1, m - 1) + t.Gxj(x - 1, male) * a(x - 1, male)) / q;
   }
   double total = 0;
+  if (last >= 0 && last <= kMaxAge && m >= 0 && m + 1 <= kMaxStage) {
+    // Within the rows: the same sum and quotients, along each row directly.
+    for (int x = 0; x <= last; ++x) {
+      const double* row = &a(x, 1);
+      for (int j = 0; j <= m; ++j) total += row[j];
+    }
+    for (int x = 0; x <= last; ++x) {
+      const double* row = &a(x, 1);
+      double* share = &p.Bxj(x, 1);
+      for (int j = 0; j <= m; ++j) share[j] = row[j] / total * 100;
+    }
+    return;
+  }
   for (int x = 0; x <= last; ++x)
     for (int j = 1; j <= m + 1; ++j) total += a(x, j);
   for (int x = 0; x <= last; ++x)

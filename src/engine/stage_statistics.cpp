@@ -3,6 +3,7 @@
 #include "engine/stage_statistics.h"
 
 #include <cmath>
+#include <cstring>
 
 #include "engine/female_days.h"
 #include "store/rules.h"
@@ -33,13 +34,50 @@ void ApplyStatisticsRule(RoutineStat& s, double sum, double sumSquares, double n
   s.se = r.se;
 }
 
+namespace {
+
+// females[k] += 1, eggs[k] += f[k], squares[k] += f[k] * f[k] for k < days, two ages at a
+// time: each lane is the addition of its own age, rounded as one addition alone is.
+void AddFemaleDays(const double* f, long days, double* females, double* eggs, double* squares) {
+  using Pair = double __attribute__((vector_size(16)));
+  const Pair one = {1.0, 1.0};
+  long k = 0;
+  for (; k + 2 <= days; k += 2) {
+    Pair e, n, s, q;
+    std::memcpy(&e, f + k, sizeof e);
+    std::memcpy(&n, females + k, sizeof n);
+    std::memcpy(&s, eggs + k, sizeof s);
+    std::memcpy(&q, squares + k, sizeof q);
+    n += one;
+    s += e;
+    const Pair ee = e * e;
+    q += ee;
+    std::memcpy(females + k, &n, sizeof n);
+    std::memcpy(eggs + k, &s, sizeof s);
+    std::memcpy(squares + k, &q, sizeof q);
+  }
+  for (; k < days; ++k) {
+    females[k] += 1;
+    eggs[k] += f[k];
+    squares[k] += f[k] * f[k];
+  }
+}
+
+}  // namespace
+
 int StageStatsEngine::m() const { return S.header.StageCount; }
 
 // The longevity of individual i: its durations up to the stage of its death, in time units
 // and in rate units.
 double StageStatsEngine::FormLongevity(long i) {
   auto& w = W.stageStats;
-  const auto& c = W.cohort;
+  auto& c = W.cohort;
+  DurationSums* kept = KeptDurations(i);
+  if (kept && kept->longevityKnown) {
+    w.LongevitySteps(i) = kept->steps;
+    w.Longevity(i) = kept->longevity;
+    return kept->steps;
+  }
   double steps = 0;
   for (long j = 1; j <= m(); ++j) {
     const double d = c.StageDuration(i, j);
@@ -48,7 +86,25 @@ double StageStatsEngine::FormLongevity(long i) {
   }
   w.LongevitySteps(i) = steps;
   w.Longevity(i) = TimeUnitToDays(steps, TimeUnit());
+  if (kept) {
+    kept->steps = steps;
+    kept->longevity = w.Longevity(i);
+    kept->longevityKnown = true;
+  }
   return steps;
+}
+
+// The sums of the durations of the pool individual whose rows stand at place i of a sample,
+// kept in the workspace, or nullptr.
+DurationSums* StageStatsEngine::KeptDurations(long i) {
+  auto& c = W.cohort;
+  const int poolSize = S.pool.OriginalCohortSize;
+  if (i < 1 || i > kMaxIndividual) return nullptr;
+  const int k = c.RowSource(i);
+  if (k < 1 || k > poolSize || poolSize > kMaxIndividual) return nullptr;
+  if (c.DurationsKept.size() != static_cast<std::size_t>(poolSize) + 1)
+    c.DurationsKept.assign(static_cast<std::size_t>(poolSize) + 1, DurationSums{});  // once a workspace
+  return &c.DurationsKept[static_cast<std::size_t>(k)];
 }
 double StageStatsEngine::TimeUnit() const { return S.settings.TimeUnit; }
 
@@ -66,6 +122,11 @@ void StageStatsEngine::PreadultDurations() {
   auto& w = W.stageStats;
   const auto& c = W.cohort;
   for (long i = 1; i <= c.CohortSize; ++i) {
+    DurationSums* kept = KeptDurations(i);
+    if (kept && kept->preadultKnown) {
+      w.PreadultDuration(i) = kept->preadult;
+      continue;
+    }
     double p = 0;
     for (long j = 1; j <= m() - 1; ++j) {
       const double d = c.StageDuration(i, j);
@@ -77,6 +138,10 @@ void StageStatsEngine::PreadultDurations() {
       }
     }
     w.PreadultDuration(i) = p;
+    if (kept) {
+      kept->preadult = p;
+      kept->preadultKnown = true;
+    }
   }
 }
 
@@ -196,17 +261,39 @@ void StageStatsEngine::AgeFecundityFromBirthCore(bool wholeCohort) {
     const long start = CInt(w.PreadultDuration(i));
     const long adult = CInt(c.StageDuration(i, m()));
     long first = -1, last = -1;
-    for (long t = 1; t <= adult; ++t) {
-      const double f = c.Fecundity(i, t);
-      if (f < 0) break;
-      const long x = start + t - 1;
-      w.FemalesAtAge(x) += 1;
-      if (wholeCohort) w.FecundityFromBirth(i, x) = f;
-      w.EggsAtAge(x) += f;
-      w.EggSquaresAtAge(x) += f * f;
-      if (f > 0) {
-        if (first < 0) first = x;
-        last = x;
+    if (!wholeCohort && start >= 0 && adult >= 1 && adult <= kMaxAge && start + adult - 1 <= kMaxAge + 1) {
+      // Her days and the ages they fall on are within the rows: the days before the closing
+      // mark are found first, then added age by age in one sweep (each age's sums take the
+      // females in their order as before).
+      const double* f = &c.Fecundity(i, 1);
+      const long days = DaysBeforeMark(W.cohort, static_cast<int>(i), m(), adult);
+      double* females = &w.FemalesAtAge(start);
+      double* eggs = &w.EggsAtAge(start);
+      double* squares = &w.EggSquaresAtAge(start);
+      AddFemaleDays(f, days, females, eggs, squares);
+      for (long k = 0; k < days; ++k)
+        if (f[k] > 0) {
+          first = start + k;
+          break;
+        }
+      for (long k = days - 1; first >= 0 && k >= 0; --k)
+        if (f[k] > 0) {
+          last = start + k;
+          break;
+        }
+    } else {
+      for (long t = 1; t <= adult; ++t) {
+        const double f = c.Fecundity(i, t);
+        if (f < 0) break;
+        const long x = start + t - 1;
+        w.FemalesAtAge(x) += 1;
+        if (wholeCohort) w.FecundityFromBirth(i, x) = f;
+        w.EggsAtAge(x) += f;
+        w.EggSquaresAtAge(x) += f * f;
+        if (f > 0) {
+          if (first < 0) first = x;
+          last = x;
+        }
       }
     }
     if (first < 0) {

@@ -95,6 +95,7 @@ class StageStatsEngine : public EngineProcedures {
 
   int m() const;
   double FormLongevity(long i);
+  DurationSums* KeptDurations(long i);
   double TimeUnit() const;
 };
 

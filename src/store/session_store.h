@@ -181,6 +181,34 @@ struct FemaleDaySums {
   bool firstKnown = false;  // days 1..CInt(d): all eggs and the first day with some
   double lifeEggs = 0;
   long first = 0;
+  bool markKnown = false;  // days 1..beforeMark hold no negative value (at most kMaxAge days)
+  long beforeMark = 0;
+};
+
+// What the day-by-day walk of one individual adds to n(x,j) and to the counts of g and d,
+// event by event; it depends on her rows alone while the walk ends before the last age.
+struct WalkEvent {
+  enum Kind : std::uint8_t { kRun, kCount, kStay, kMove };
+  std::int16_t x = 0, days = 0;  // days: of a run
+  Kind kind = kRun;
+  std::uint8_t row = 0, from = 0;  // from: of a move
+};
+struct WalkScript {
+  static constexpr int kMaxEvents = 40;
+  bool known = false;    // the events below stand
+  bool tooLong = false;  // more events than kept: walked every time
+  int lastX = 0;         // the last age walked (0: none)
+  int count = 0;
+  int ends[4] = {};      // once known, the events stand by kind: runs, counts, stays, moves
+  WalkEvent events[kMaxEvents];
+};
+
+// What the stage durations of one individual give, whatever the sample she is drawn into.
+struct DurationSums {
+  bool longevityKnown = false;
+  double steps = 0, longevity = 0;  // her longevity in time units and in rate units
+  bool preadultKnown = false;
+  double preadult = 0;  // her time before the adult stage
 };
 
 struct Cohort {
@@ -190,6 +218,8 @@ struct Cohort {
   // the pool, made on the first use in a worker's workspace).
   IndIntVec RowSource{"RowSource"};
   std::vector<FemaleDaySums> DaySums;
+  std::vector<WalkScript> WalkScripts;  // by individual of the pool, like DaySums
+  std::vector<DurationSums> DurationsKept;  // the same
   IndIntVec IndividualNo{"IndividualNo"};
   IndStrVec IndividualSex{"IndividualSex"};
   Mat<double, kMaxIndividual, kMaxStage> StageDuration{"StageDuration"};

@@ -9,6 +9,7 @@
 #include "support/cohort.h"
 #include "support/fake_prompts.h"
 #include "engine/life_table_engine.h"
+#include "engine/stage_statistics.h"
 
 namespace korvan {
 namespace {
@@ -222,12 +223,9 @@ TEST(Walk, SurvivalRebuiltFromGrowthAndDevelopmentEqualsCountsOverN) {
           << "x=" << x << " j=" << j;
 }
 
-// The walk goes individual by individual with the sums of g and d added after it, or age by
-// age through the steps that record themselves when a flow record is on (Boot = 2 with
-// FlowMode "Yes" records nothing but takes that way). Both give every table bit for bit, on a
-// cohort with odd durations: fractions that never run out, negative adult days, deaths on the
-// day of entry, and many individuals in one cell (sums of many 1/n).
-TEST(Walk, AgeByAgeAndIndividualByIndividualAgreeBitForBit) {
+// 150 individuals of three stages with odd durations: fractions that never run out, negative
+// adult days, deaths on the day of entry.
+std::vector<test::Individual> OddCohort() {
   std::vector<test::Individual> cohort;
   unsigned seed = 7;
   auto next = [&](unsigned range) {
@@ -247,8 +245,20 @@ TEST(Walk, AgeByAgeAndIndividualByIndividualAgreeBitForBit) {
       d = {static_cast<double>(1 + next(4)), static_cast<double>(1 + next(3)),
            static_cast<double>(kind == 3 ? -(1 + next(3)) : 1 + next(20))};
     }
-    cohort.push_back({kind == 0 || kind == 2 ? "N" : kind == 3 ? "M" : kind % 2 ? "F" : "M", d, {1, 2, 3}});
+    cohort.push_back({kind == 0 || kind == 2 ? "N" : kind == 3 ? "M" : kind % 2 ? "F" : "M", d, {1, 0, 3, 2}});
   }
+  return cohort;
+}
+
+bool SameBits(double u, double v) { return std::memcmp(&u, &v, sizeof u) == 0; }
+
+// The walk goes individual by individual with the sums of g and d added after it, or age by
+// age through the steps that record themselves when a flow record is on (Boot = 2 with
+// FlowMode "Yes" records nothing but takes that way). Both give every table bit for bit, on a
+// cohort with odd durations: fractions that never run out, negative adult days, deaths on the
+// day of entry, and many individuals in one cell (sums of many 1/n).
+TEST(Walk, AgeByAgeAndIndividualByIndividualAgreeBitForBit) {
+  const std::vector<test::Individual> cohort = OddCohort();
   auto walk = [&](const char* flowMode) {
     auto e = std::make_unique<Engine>();
     LoadCohort(e->S, 3, cohort);
@@ -264,20 +274,19 @@ TEST(Walk, AgeByAgeAndIndividualByIndividualAgreeBitForBit) {
   const auto& Tb = b->S.ws.tables;
   ASSERT_EQ(Ta.LastAge, Tb.LastAge);
   ASSERT_GT(Ta.LastAge, 20);
-  auto same = [](double u, double v) { return std::memcmp(&u, &v, sizeof u) == 0; };
   for (int x = 0; x <= Ta.LastAge + 1; ++x) {
     for (int j = 1; j <= 4; ++j) {
-      EXPECT_TRUE(same(Ta.Nxj(x, j), Tb.Nxj(x, j))) << "n(" << x << "," << j << ")";
-      EXPECT_TRUE(same(Ta.Gxj(x, j), Tb.Gxj(x, j))) << "g(" << x << "," << j << ")";
-      EXPECT_TRUE(same(Ta.Dxj(x, j), Tb.Dxj(x, j))) << "d(" << x << "," << j << ")";
-      EXPECT_TRUE(same(Ta.Sxj(x, j), Tb.Sxj(x, j))) << "s(" << x << "," << j << ")";
+      EXPECT_TRUE(SameBits(Ta.Nxj(x, j), Tb.Nxj(x, j))) << "n(" << x << "," << j << ")";
+      EXPECT_TRUE(SameBits(Ta.Gxj(x, j), Tb.Gxj(x, j))) << "g(" << x << "," << j << ")";
+      EXPECT_TRUE(SameBits(Ta.Dxj(x, j), Tb.Dxj(x, j))) << "d(" << x << "," << j << ")";
+      EXPECT_TRUE(SameBits(Ta.Sxj(x, j), Tb.Sxj(x, j))) << "s(" << x << "," << j << ")";
     }
   }
   const auto& La = a->S.ws.lifeTable;
   const auto& Lb = b->S.ws.lifeTable;
   for (int i = 1; i <= 150; ++i) {
     EXPECT_EQ(La.CurrentStage(i), Lb.CurrentStage(i)) << i;
-    for (int j = 1; j <= 3; ++j) EXPECT_TRUE(same(La.RemainingDuration(i, j), Lb.RemainingDuration(i, j))) << i;
+    for (int j = 1; j <= 3; ++j) EXPECT_TRUE(SameBits(La.RemainingDuration(i, j), Lb.RemainingDuration(i, j))) << i;
   }
   EXPECT_EQ(La.WalkAge, Lb.WalkAge);
   EXPECT_EQ(La.WalkIndividual, Lb.WalkIndividual);
@@ -291,6 +300,79 @@ TEST(Walk, AgeByAgeAndIndividualByIndividualAgreeBitForBit) {
        ++c)
     sum += 1.0 / 150;
   EXPECT_NEAR(Ta.Gxj(0, 1) + Ta.Dxj(0, 1), sum, 1e-12);
+}
+
+
+// In a bootstrap each place of a sample knows the individual of the pool whose rows it holds;
+// what depends on her rows alone (her walk, longevity, preadult time, days before her closing
+// mark) is kept in the workspace and used again when she is drawn again. Samples walked so
+// give every table and figure of a walk afresh, bit for bit: nothing kept yet, all kept, a
+// smaller sample with repeats and a last age cut short (kept walks past it are walked anew),
+// and another mixture.
+TEST(Walk, KeptValuesOfPoolIndividualsGiveTheFiguresOfAFreshWalk) {
+  const std::vector<test::Individual> pool = OddCohort();
+  struct Pass {
+    Session S;
+    test::OrderedPrompts P;
+    LifeTableEngine E{S, P};
+    StageStatsEngine F{S, P};
+    void Run(const std::vector<test::Individual>& pool, const std::vector<int>& drawn, bool kept, int cut) {
+      std::vector<test::Individual> sample;
+      for (int k : drawn) sample.push_back(pool[static_cast<std::size_t>(k - 1)]);
+      LoadCohort(S, 3, sample);
+      S.pool.OriginalCohortSize = static_cast<int>(pool.size());
+      for (std::size_t p = 0; p < drawn.size(); ++p)
+        S.ws.cohort.RowSource(static_cast<long>(p) + 1) = kept ? drawn[p] : 0;
+      S.ws.run.Boot = 2;
+      E.Life01();
+      S.ws.tables.LastAge -= cut;  // walks cut short at the last age
+      F.AgeFecundityFromBirthBoot();
+      E.Life03();
+    }
+  };
+  const auto keeper = std::make_unique<Pass>();
+  Pass& kept = *keeper;
+  auto sample = [](int n, int a, int b) {
+    std::vector<int> drawn;
+    for (int p = 1; p <= n; ++p) drawn.push_back(1 + (p * a + p * p * b) % 150);
+    return drawn;
+  };
+  int pass = 0;
+  for (const auto& drawn : {sample(150, 37, 0), sample(150, 37, 0), sample(60, 11, 1), sample(150, 7, 3)}) {
+    const int cut = ++pass == 3 ? 12 : 0;
+    kept.Run(pool, drawn, true, cut);
+    auto fresh = std::make_unique<Pass>();
+    fresh->Run(pool, drawn, false, cut);
+    const auto& Ta = kept.S.ws.tables;
+    const auto& Tb = fresh->S.ws.tables;
+    ASSERT_EQ(Ta.LastAge, Tb.LastAge);
+    for (int x = 0; x <= Ta.LastAge + 1; ++x) {
+      for (int j = 1; j <= 4; ++j) {
+        for (auto table : {&AgeStageTables::Nxj, &AgeStageTables::Gxj, &AgeStageTables::Dxj, &AgeStageTables::Fxj,
+                           &AgeStageTables::Sxj})
+          ASSERT_TRUE(SameBits((Ta.*table)(x, j), (Tb.*table)(x, j))) << x << "," << j;
+      }
+      const auto& wa = kept.S.ws.stageStats;
+      const auto& wb = fresh->S.ws.stageStats;
+      ASSERT_TRUE(SameBits(wa.FemalesAtAge(x), wb.FemalesAtAge(x))) << x;
+      ASSERT_TRUE(SameBits(wa.EggsAtAge(x), wb.EggsAtAge(x))) << x;
+      ASSERT_TRUE(SameBits(wa.MxMean(x), wb.MxMean(x))) << x;
+    }
+    for (std::size_t i = 1; i <= drawn.size(); ++i) {
+      const auto& wa = kept.S.ws.stageStats;
+      const auto& wb = fresh->S.ws.stageStats;
+      EXPECT_TRUE(SameBits(wa.Longevity(i), wb.Longevity(i))) << i;
+      EXPECT_TRUE(SameBits(wa.PreadultDuration(i), wb.PreadultDuration(i))) << i;
+      if (pool[static_cast<std::size_t>(drawn[i - 1] - 1)].sex == "F")  // set for females alone
+        EXPECT_TRUE(SameBits(wa.LastOviAge(i), wb.LastOviAge(i))) << i;
+    }
+    EXPECT_EQ(kept.S.ws.lifeTable.WalkIndividual, fresh->S.ws.lifeTable.WalkIndividual);
+    EXPECT_EQ(kept.S.ws.lifeTable.SumNxj, fresh->S.ws.lifeTable.SumNxj);
+  }
+  // The walks were kept: the pool individuals that died before the last age have their events.
+  int known = 0;
+  for (const WalkScript& w : kept.S.ws.cohort.WalkScripts) known += w.known;
+  EXPECT_GT(known, 100);
 }
 
 }  // namespace
