@@ -363,8 +363,9 @@ TEST(Walk, KeptValuesOfPoolIndividualsGiveTheFiguresOfAFreshWalk) {
       const auto& wb = fresh->S.ws.stageStats;
       EXPECT_TRUE(SameBits(wa.Longevity(i), wb.Longevity(i))) << i;
       EXPECT_TRUE(SameBits(wa.PreadultDuration(i), wb.PreadultDuration(i))) << i;
-      if (pool[static_cast<std::size_t>(drawn[i - 1] - 1)].sex == "F")  // set for females alone
+      if (pool[static_cast<std::size_t>(drawn[i - 1] - 1)].sex == "F") {  // set for females alone
         EXPECT_TRUE(SameBits(wa.LastOviAge(i), wb.LastOviAge(i))) << i;
+      }
     }
     EXPECT_EQ(kept.S.ws.lifeTable.WalkIndividual, fresh->S.ws.lifeTable.WalkIndividual);
     EXPECT_EQ(kept.S.ws.lifeTable.SumNxj, fresh->S.ws.lifeTable.SumNxj);
