@@ -71,12 +71,12 @@ void LifeTableEngine::Life01Gosub290() {
   const double boot = W.run.Boot;
   // The time from birth to the end of each stage, D(1) + ... + D(j), as far as the durations
   // stay positive (past that, the sum as far as it came), formed once per individual; each
-  // stage's sums still take the individuals in their order. Beyond the bounds, stage by stage
-  // as the rows meet their fault.
+  // stage's sums still take the individuals in their order. A stage count beyond the bounds
+  // meets its fault first.
+  if (m > kMaxStage) static_cast<void>(L.CumSurvivors(m));
   int counts[kMaxStage + 1] = {};
   double sums[kMaxStage + 1] = {}, squares[kMaxStage + 1] = {};
-  const bool inBounds = m <= kMaxStage && N <= kMaxIndividual;
-  for (int i = 1; inBounds && i <= N; ++i) {
+  for (int i = 1; i <= N; ++i) {
     double c = 0;
     bool whole = true;
     for (int j = 1; j <= m; ++j) {
@@ -94,20 +94,8 @@ void LifeTableEngine::Life01Gosub290() {
     }
   }
   for (int j = 1; j <= m; ++j) {
-    if (!inBounds) {
-      for (int i = 1; i <= N; ++i) {
-        double c = 0;
-        const bool whole = PositiveDurationSum(C, i, 1, j, c);
-        L.CumulativeDuration(i, j) = c;
-        if (!whole) continue;
-        AddDuration(c, tu, sums[0], squares[0]);
-        ++counts[0];
-      }
-    }
-    const int at = inBounds ? j : 0;
-    const int count = counts[at];
-    const double s = sums[at], q = squares[at];
-    if (!inBounds) counts[0] = 0, sums[0] = squares[0] = 0;
+    const int count = counts[j];
+    const double s = sums[j], q = squares[j];
     L.CumSurvivors(j) = count;
     if (BasicPass()) Keep().lifeTable.OriginalCumSurvivors(j) = count;
     if (!ApplyStatistics(s, q, count, L.CumMean(j), L.CumVariance(j), L.CumSD(j))) continue;

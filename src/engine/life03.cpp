@@ -19,31 +19,16 @@ void LifeTableEngine::Life03() {
   auto& T = W.tables;
   auto& L = W.lifeTable;
   const int m = S.header.StageCount;
-  const bool inRows = m >= 0 && m + 1 <= kMaxStage && T.LastAge + 1 <= kMaxAge;
-  if (inRows) {
-    // Within the rows: each row's cells 1..m+1 cleared at once.
+  if (T.LastAge + 1 >= 0 && m >= 0) {
+    // Each row's cells 1..m+1 cleared at once, once the last of them is found within the
+    // bounds: beyond them its fault ends the run, as clearing cell by cell would.
+    static_cast<void>(T.Nxj(T.LastAge + 1, m + 1));
     double* const arrays[] = {&T.Nxj(0, 1), &T.Gxj(0, 1), &T.Dxj(0, 1), &T.Fxj(0, 1), &T.Sxj(0, 1),
                               &T.Pxj(0, 1), &T.Qxj(0, 1), &T.Mxj(0, 1), &L.FxjTotal(0, 1)};
     const long stride = &T.Nxj(1, 1) - &T.Nxj(0, 1);
     ClearAgeStageRows(arrays, 9, stride, m + 1, T.LastAge + 2);
-    for (long x = 0; x <= T.LastAge + 1; ++x) {
-      T.NAge(x) = 0;
-      T.Lx(x) = 0;
-      L.FxjCumulative(x) = 0;
-    }
   }
-  for (long x = 0; x <= T.LastAge + 1 && !inRows; ++x) {
-    for (long j = 1; j <= m + 1; ++j) {
-      T.Nxj(x, j) = 0;
-      T.Gxj(x, j) = 0;
-      T.Dxj(x, j) = 0;
-      T.Fxj(x, j) = 0;
-      T.Sxj(x, j) = 0;
-      T.Pxj(x, j) = 0;
-      T.Qxj(x, j) = 0;
-      T.Mxj(x, j) = 0;
-      L.FxjTotal(x, j) = 0;
-    }
+  for (long x = 0; x <= T.LastAge + 1; ++x) {
     T.NAge(x) = 0;
     T.Lx(x) = 0;
     L.FxjCumulative(x) = 0;

@@ -71,12 +71,12 @@ void ParameterEngine::StableAgeStageDistribution(bool /*percentCopy*/) {
   const int last = t.LastAge;
   const double q = S.settings.TimeUnit == 1 ? p.lambda : p.StepFiniteRate;
   auto& a = p.Axj;
-  if (last >= 0 && last <= kMaxAge && m >= 0 && m + 1 <= kMaxStage) {
+  if (last >= 0 && m >= 0) {
+    // The rows are walked directly once their last cell is found within the bounds: beyond
+    // them its fault ends the run, as a walk cell by cell would. (Bxj has the bounds of Axj.)
+    static_cast<void>(a(last, m + 1));
     double* const rows[] = {&a(0, 1)};
     ClearAgeStageRows(rows, 1, &a(1, 1) - &a(0, 1), m + 1, last + 1);
-  } else {
-    for (int x = 0; x <= last; ++x)
-      for (int j = 1; j <= m + 1; ++j) a(x, j) = 0;
   }
   a(0, 1) = 1;
   for (int x = 1; x <= lt.StageLastAge(1); ++x) a(x, 1) = t.Gxj(x - 1, 1) * a(x - 1, 1) / q;
@@ -90,24 +90,17 @@ void ParameterEngine::StableAgeStageDistribution(bool /*percentCopy*/) {
     for (int x = lt.StageFirstAge(male); x <= lt.StageLastAge(male); ++x)
       a(x, male) = (t.Dxj(x - 1, m) * a(x - 1, m - 1) + t.Gxj(x - 1, male) * a(x - 1, male)) / q;
   }
+  // The sum and the shares along each row: cells 1..m+1 of a row are row[0..m].
   double total = 0;
-  if (last >= 0 && last <= kMaxAge && m >= 0 && m + 1 <= kMaxStage) {
-    // Within the rows: the same sum and quotients, along each row directly.
-    for (int x = 0; x <= last; ++x) {
-      const double* row = &a(x, 1);
-      for (int j = 0; j <= m; ++j) total += row[j];
-    }
-    for (int x = 0; x <= last; ++x) {
-      const double* row = &a(x, 1);
-      double* share = &p.Bxj(x, 1);
-      for (int j = 0; j <= m; ++j) share[j] = row[j] / total * 100;
-    }
-    return;
+  for (int x = 0; x <= last; ++x) {
+    const double* row = &a(x, 1);
+    for (int j = 0; j <= m; ++j) total += row[j];
   }
-  for (int x = 0; x <= last; ++x)
-    for (int j = 1; j <= m + 1; ++j) total += a(x, j);
-  for (int x = 0; x <= last; ++x)
-    for (int j = 1; j <= m + 1; ++j) p.Bxj(x, j) = a(x, j) / total * 100;
+  for (int x = 0; x <= last; ++x) {
+    const double* row = &a(x, 1);
+    double* share = &p.Bxj(x, 1);
+    for (int j = 0; j <= m; ++j) share[j] = row[j] / total * 100;
+  }
 }
 
 // ---------------------------------------------------------------------------------------
