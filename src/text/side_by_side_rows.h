@@ -83,11 +83,10 @@ void WriteRowsSideBySide(TextFile& out, long first, long last, int threads, Row 
     }
     part.ready.store(true, std::memory_order_release);
   };
-  // A helper keeps within eight stretches a thread of the writer: memory holds no more, and a
-  // helper seldom waits while the writer formats a stretch of its own.
+  // A helper keeps within a few stretches of the writer, so that memory holds no more.
   std::atomic<long> writtenSoFar{0};
   std::atomic<bool> stop{false};
-  const long ahead = 8L * (helpers + 1);
+  const long ahead = helpers + 2L;
   auto help = [&] {
     for (long c = next.fetch_add(1); c < stretches; c = next.fetch_add(1)) {
       while (c >= writtenSoFar.load(std::memory_order_acquire) + ahead && !stop.load())
